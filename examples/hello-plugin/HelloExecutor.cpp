@@ -1,0 +1,47 @@
+// A plug-in for the commands "Hello" and "Hello again".
+#include <filter/protocols/ICommandFilterExecutor.h>
+#include <runtime/Class.h>
+#include <runtime/Format.h>
+#include <runtime/Module.h>
+
+#include <array>
+#include <utility>
+
+using namespace commandfilter;
+
+class HelloExecutor final : public Implements<Object, ICommandFilterExecutor> {
+ public:
+  static const Class kClass;
+
+  // The filter makes one executor for each command; nullptr would refuse the command.
+  static RefPtr<HelloExecutor> initWithFilterContext(ICommandFilterContext* context) {
+    if (context == nullptr) return nullptr;
+    return make<HelloExecutor>(Ref<ICommandFilterContext>(*context));
+  }
+
+  explicit HelloExecutor(Ref<ICommandFilterContext> context) : context_(std::move(context)) {}
+
+  const Class& classInfo() const noexcept override { return kClass; }
+
+  // The description of the result becomes one line of the job's log.
+  Value executeCommand(const String& command) override {
+    context_->reportMessageWithFormat("INFO: Carrying out %@", command);
+    return format("Hello from the plug-in: %@", command);
+  }
+
+ private:
+  Ref<ICommandFilterContext> context_;
+};
+
+// What the filter finds by name: the class, its protocol and its initialiser.
+constexpr auto kProtocols = conformances<HelloExecutor, ICommandFilterExecutor>();
+constexpr std::array kInitializers{
+    initializer<&HelloExecutor::initWithFilterContext>("initWithFilterContext:")};
+constinit const Class HelloExecutor::kClass{.name = "HelloExecutor",
+                                            .base = &Object::kClass,
+                                            .protocols = kProtocols,
+                                            .initializers = kInitializers};
+
+// What the bundle hands over when it is loaded.
+constexpr const Class* kClasses[] = {&HelloExecutor::kClass};
+extern "C" constinit const Module command_filter_module = moduleOf(kClasses);

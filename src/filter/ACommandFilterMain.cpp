@@ -1,0 +1,61 @@
+#include "filter/ACommandFilterMain.h"
+
+#include <exception>
+
+#include "filter/ACommandFilterContext.h"
+#include "filter/ACommandFilterFile.h"
+#include "filter/ACommandFilterPlugInManager.h"
+#include "filter/environment/ACommandFilterEnvironment.h"
+#include "filter/protocols/ICommandFilterExecutor.h"
+#include "runtime/Array.h"
+#include "runtime/Cast.h"
+#include "runtime/Send.h"
+
+namespace commandfilter {
+
+namespace {
+
+// Finds, makes and runs the executor of one command. Everything that the command made is gone
+// when this returns.
+void runCommand(const String& command, ACommandFilterContext& context,
+                ACommandFilterPlugInManager& manager) {
+  const Class* executorClass = manager.executorClassForCommand(command);
+  if (executorClass == nullptr) return;
+  const Value made = instantiate(*executorClass, Selector("initWithFilterContext:"),
+                                 {Value::sharing(&context)});
+  auto* executor = castTo<ICommandFilterExecutor>(made);
+  if (executor == nullptr) return;
+  context.reportMessageWithFormat("%@", executor->executeCommand(command));
+}
+
+// Runs one step of the job; what plug-in code throws ends that step and nothing else. The line is
+// for the scheduler's debug log only.
+template <typename Step>
+void guarded(ACommandFilterContext& context, const char* what, Step&& step) {
+  try {
+    step();
+  } catch (const std::exception& exception) {
+    context.reportMessageWithFormat("DEBUG: %s failed: %s", what, exception.what());
+  } catch (...) {
+    context.reportMessageWithFormat("DEBUG: %s failed", what);
+  }
+}
+
+}  // namespace
+
+int ACommandFilterMain() {
+  if (ACommandFilterEnvironment::environment() == nullptr) return 1;
+  const Ref<ACommandFilterFile> file = ACommandFilterFile::commandFile();
+  const Ref<ACommandFilterContext> context = ACommandFilterContext::context();
+  const Ref<ACommandFilterPlugInManager> manager = ACommandFilterPlugInManager::plugInManager();
+  if (const RefPtr<Array> commands = file->commands()) {
+    for (const Value& command : *commands) {
+      const String& line = *castTo<String>(command);
+      guarded(*context, line.cString(), [&] { runCommand(line, *context, *manager); });
+    }
+  }
+  guarded(*context, "The dummy job", [&] { context->sendDummyCommand(); });
+  return 0;
+}
+
+}  // namespace commandfilter

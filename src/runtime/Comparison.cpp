@@ -1,0 +1,43 @@
+#include "runtime/Comparison.h"
+
+#include <string>
+
+#include "runtime/Class.h"
+#include "runtime/Date.h"
+#include "runtime/Exception.h"
+#include "runtime/String.h"
+
+namespace commandfilter {
+
+bool equal(const Value& left, const Value& right) {
+  if (left.isNumber()) return right.isNumber() && left.number() == right.number();
+  if (const Object* object = left.object()) {
+    return object == right.object() || object->isEqual(right);
+  }
+  return left.isIdenticalTo(right);
+}
+
+std::size_t hashOf(const Value& value) {
+  if (value.isNumber()) return value.number().hash();
+  if (const Object* object = value.object()) return object->hash();
+  return value.isNull() ? 1 : 0;
+}
+
+std::weak_ordering compare(const Value& left, const Value& right) {
+  if (left.isNumber() && right.isNumber()) return left.number().compare(right.number());
+  if (left.isKind(ObjectKind::String) && right.isKind(ObjectKind::String)) {
+    return static_cast<const String*>(left.object())
+        ->compare(static_cast<const String&>(*right.object()));
+  }
+  if (left.isKind(ObjectKind::Date) && right.isKind(ObjectKind::Date)) {
+    return Number::real(static_cast<const Date*>(left.object())->secondsSince1970())
+        .compare(Number::real(static_cast<const Date*>(right.object())->secondsSince1970()));
+  }
+  const auto nameOf = [](const Value& value) {
+    const Class* info = classOf(value);
+    return std::string(info != nullptr ? info->name : "nil");
+  };
+  throw Exception("cannot order " + nameOf(left) + " against " + nameOf(right));
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,161 @@
+#include "runtime/Dictionary.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <functional>
+#include <string>
+
+#include "runtime/Class.h"
+#include "runtime/Comparison.h"
+#include "runtime/Description.h"
+#include "runtime/StackGuard.h"
+#include "runtime/String.h"
+
+namespace commandfilter {
+
+namespace {
+
+using Entries = std::vector<DictionaryEntry>;
+using Index = std::vector<std::uint32_t>;
+
+// Up to this many entries a scan is faster than a table, and takes no memory.
+constexpr std::size_t kScanned = 8;
+constexpr std::uint32_t kFree = UINT32_MAX;
+constexpr std::size_t kAbsent = SIZE_MAX;
+const Value kNil;
+
+// The place of the entry that `matches`, in the scan or along the table's probe sequence.
+template <typename Matches>
+std::size_t find(const Entries& entries, const Index& index, std::size_t hash, Matches&& matches) {
+  if (index.empty()) {
+    for (std::size_t place = 0; place < entries.size(); ++place) {
+      if (entries[place].hash == hash && matches(entries[place].key)) return place;
+    }
+    return kAbsent;
+  }
+  const std::size_t mask = index.size() - 1;
+  for (std::size_t slot = hash & mask; index[slot] != kFree; slot = (slot + 1) & mask) {
+    const std::size_t place = index[slot];
+    if (entries[place].hash == hash && matches(entries[place].key)) return place;
+  }
+  return kAbsent;
+}
+
+std::size_t find(const Entries& entries, const Index& index, const Value& key, std::size_t hash) {
+  return find(entries, index, hash, [&key](const Value& candidate) {
+    return candidate.isIdenticalTo(key) || equal(candidate, key);
+  });
+}
+
+std::size_t find(const Entries& entries, const Index& index, std::string_view key) {
+  return find(entries, index, std::hash<std::string_view>{}(key), [key](const Value& candidate) {
+    return candidate.isKind(ObjectKind::String) &&
+           static_cast<const String*>(candidate.object())->view() == key;
+  });
+}
+
+// Enters the place of an entry along the probe sequence of its hash.
+void enter(Index& index, std::size_t hash, std::size_t place) {
+  const std::size_t mask = index.size() - 1;
+  std::size_t slot = hash & mask;
+  while (index[slot] != kFree) slot = (slot + 1) & mask;
+  index[slot] = static_cast<std::uint32_t>(place);
+}
+
+// A table is at most half full.
+void indexLastEntry(const Entries& entries, Index& index) {
+  if (entries.size() <= kScanned) return;
+  if (entries.size() * 2 > index.size()) {
+    std::size_t size = kScanned * 4;
+    while (size < entries.size() * 4) size *= 2;
+    index.assign(size, kFree);
+    for (std::size_t place = 0; place < entries.size(); ++place) {
+      enter(index, entries[place].hash, place);
+    }
+    return;
+  }
+  enter(index, entries.back().hash, entries.size() - 1);
+}
+
+std::uint64_t countOf(const Dictionary& receiver) { return receiver.count(); }
+Value objectForKey(const Dictionary& receiver, const Value& key) {
+  return key.isNil() ? Value() : receiver.objectForKey(key);
+}
+
+constexpr std::array kDictionaryMethods{
+    method<&countOf>("count"),
+    method<&objectForKey>("objectForKey:"),
+    method<&objectForKey>("valueForKey:"),
+};
+
+}  // namespace
+
+constinit const Class Dictionary::kClass{
+    .name = "Dictionary", .base = &Object::kClass, .methods = kDictionaryMethods};
+
+Ref<Dictionary> Dictionary::create() { return make<Dictionary>(Entries(), Index()); }
+
+bool Dictionary::isEqual(const Value& other) const {
+  if (other.object() == this) return true;
+  if (!other.isKind(ObjectKind::Dictionary)) return false;
+  StackGuard::check();
+  const auto& dictionary = static_cast<const Dictionary&>(*other.object());
+  if (dictionary.count() != count()) return false;
+  return std::ranges::all_of(entries_, [&dictionary](const DictionaryEntry& entry) {
+    const std::size_t place =
+        find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
+    return place != kAbsent && equal(entry.value, dictionary.entries_[place].value);
+  });
+}
+
+void Dictionary::appendDescription(std::string& text, int level) const {
+  StackGuard::check();
+  text.append("{\n");
+  for (const DictionaryEntry& entry : entries_) {
+    appendIndentation(text, level + 1);
+    commandfilter::appendDescription(text, entry.key, level + 1);
+    text.append(" = ");
+    commandfilter::appendDescription(text, entry.value, level + 1);
+    text.append(";\n");
+  }
+  appendIndentation(text, level);
+  text.push_back('}');
+}
+
+const Value& Dictionary::objectForKey(const Value& key) const {
+  if (entries_.empty() || key.isNil()) return kNil;
+  const std::size_t place = find(entries_, index_, key, hashOf(key));
+  return place != kAbsent ? entries_[place].value : kNil;
+}
+
+const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
+  if (entries_.empty()) return kNil;
+  const std::size_t place = find(entries_, index_, key);
+  return place != kAbsent ? entries_[place].value : kNil;
+}
+
+void DictionaryBuilder::set(Value key, Value value) {
+  assert(!key.isNil() && !value.isNil());
+  const std::size_t hash = hashOf(key);
+  const std::size_t place = find(entries_, index_, key, hash);
+  if (place != kAbsent) {
+    entries_[place].value = std::move(value);
+    return;
+  }
+  entries_.push_back({std::move(key), std::move(value), hash});
+  indexLastEntry(entries_, index_);
+}
+
+void DictionaryBuilder::set(std::string_view key, Value value) {
+  set(Value(String::create(std::string(key))), std::move(value));
+}
+
+Ref<Dictionary> DictionaryBuilder::build() {
+  Ref<Dictionary> dictionary = make<Dictionary>(std::move(entries_), std::move(index_));
+  entries_.clear();
+  index_.clear();
+  return dictionary;
+}
+
+}  // namespace commandfilter

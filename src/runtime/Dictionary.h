@@ -1,0 +1,83 @@
+// Immutable dictionaries that keep the order in which their keys were added.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "runtime/Export.h"
+#include "runtime/Object.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// One entry of a dictionary.
+struct DictionaryEntry {
+  Value key;
+  Value value;
+  std::size_t hash;
+};
+
+/// Values by key. Keys are values of any kind but nil, compared by value; entries are listed in
+/// the order of adding. Equal when the same keys have equal values, in any order.
+class COMMANDFILTER_EXPORT Dictionary final : public Object {
+ public:
+  static const Class kClass;
+  static constexpr ObjectKind kObjectKind = ObjectKind::Dictionary;
+
+  /// An empty dictionary; others come from DictionaryBuilder.
+  [[nodiscard]] static Ref<Dictionary> create();
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  [[nodiscard]] bool isEqual(const Value& other) const override;
+  [[nodiscard]] std::size_t hash() const override { return entries_.size(); }
+  void appendDescription(std::string& text, int level) const override;
+
+  [[nodiscard]] std::size_t count() const noexcept { return entries_.size(); }
+  /// The value, borrowed; nil when the key is absent.
+  [[nodiscard]] const Value& objectForKey(const Value& key) const;
+  /// The same for a key that is a string.
+  [[nodiscard]] const Value& objectForKey(std::string_view key) const noexcept;
+  [[nodiscard]] auto begin() const noexcept { return entries_.begin(); }
+  [[nodiscard]] auto end() const noexcept { return entries_.end(); }
+
+ private:
+  friend class DictionaryBuilder;
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  Dictionary(std::vector<DictionaryEntry> entries, std::vector<std::uint32_t> index) noexcept
+      : Object(ObjectKind::Dictionary), entries_(std::move(entries)), index_(std::move(index)) {}
+  ~Dictionary() override = default;
+
+  std::vector<DictionaryEntry> entries_;
+  std::vector<std::uint32_t> index_;
+};
+
+/// Collects the entries of a new dictionary.
+class COMMANDFILTER_EXPORT DictionaryBuilder {
+ public:
+  DictionaryBuilder() = default;
+  /// Starts with the entries of another dictionary.
+  explicit DictionaryBuilder(const Dictionary& other)
+      : entries_(other.entries_), index_(other.index_) {}
+
+  void reserve(std::size_t count) { entries_.reserve(count); }
+  /// Sets the value for a key. A key that is there already keeps its place. Neither may be nil.
+  void set(Value key, Value value);
+  /// Sets the value for a string key.
+  void set(std::string_view key, Value value);
+  [[nodiscard]] std::size_t count() const noexcept { return entries_.size(); }
+
+  /// The dictionary; the builder is empty afterwards.
+  [[nodiscard]] Ref<Dictionary> build();
+
+ private:
+  std::vector<DictionaryEntry> entries_;
+  std::vector<std::uint32_t> index_;
+};
+
+}  // namespace commandfilter

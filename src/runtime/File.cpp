@@ -1,0 +1,65 @@
+#include "runtime/File.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "runtime/FileDescriptor.h"
+
+namespace commandfilter {
+
+namespace {
+
+std::string describeError(const std::string& what) { return what + ": " + std::strerror(errno); }
+
+}  // namespace
+
+Result<std::string> readToEnd(int descriptor, std::size_t limit) {
+  constexpr std::size_t kFirstRoom = 4096;
+  std::string bytes;
+  std::size_t used = 0;
+  struct stat status {};
+  if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+    // One byte more, so that the read that finds the end needs no growth.
+    bytes.resize(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
+  }
+  while (true) {
+    if (used == bytes.size()) bytes.resize(std::max(kFirstRoom, bytes.size() * 2));
+    const ssize_t received = read(descriptor, bytes.data() + used, bytes.size() - used);
+    if (received < 0) {
+      if (errno == EINTR) continue;
+      return Failure{describeError("cannot be read")};
+    }
+    if (received == 0) break;
+    used += static_cast<std::size_t>(received);
+    if (used > limit) return Failure{"longer than " + std::to_string(limit) + " bytes"};
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+Result<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+  // Opening a fifo would wait for a writer without O_NONBLOCK; regular files do not heed it.
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file) return Failure{describeError("cannot be opened")};
+  struct stat status {};
+  if (fstat(file.get(), &status) != 0) return Failure{describeError("cannot be examined")};
+  if (!S_ISREG(status.st_mode)) return Failure{"is not a regular file"};
+  return readToEnd(file.get(), limit);
+}
+
+bool isRegularFile(const std::string& path) noexcept {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool isFolder(const std::string& path) noexcept {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,54 @@
+#include "runtime/Invocation.h"
+
+#include "runtime/Exception.h"
+#include "runtime/Send.h"
+
+namespace commandfilter {
+
+namespace {
+
+constexpr std::size_t kHiddenArguments = 2;
+
+}  // namespace
+
+Invocation::Invocation(MethodSignature signature, Value target, Selector selector)
+    : signature_(signature),
+      target_(std::move(target)),
+      selector_(selector),
+      arguments_(signature.numberOfArguments() - kHiddenArguments) {}
+
+const Value& Invocation::argumentAtIndex(std::size_t index) const {
+  if (index < kHiddenArguments || index - kHiddenArguments >= arguments_.size()) {
+    throw Exception("invocation of " + selector_.name() + " has no argument " +
+                    std::to_string(index));
+  }
+  return arguments_[index - kHiddenArguments];
+}
+
+void Invocation::setArgumentAtIndex(Value value, std::size_t index) {
+  static_cast<void>(argumentAtIndex(index));
+  arguments_[index - kHiddenArguments] = std::move(value);
+}
+
+void Invocation::setZeroReturnValue() noexcept {
+  const char code = signature_.methodReturnType().front();
+  switch (code) {
+    case 'c': returnValue_ = Number::integer(std::int8_t{0}); break;
+    case 'C': returnValue_ = Number::integer(std::uint8_t{0}); break;
+    case 's': returnValue_ = Number::integer(std::int16_t{0}); break;
+    case 'S': returnValue_ = Number::integer(std::uint16_t{0}); break;
+    case 'i': returnValue_ = Number::integer(std::int32_t{0}); break;
+    case 'I': returnValue_ = Number::integer(std::uint32_t{0}); break;
+    case 'q': returnValue_ = Number::integer(std::int64_t{0}); break;
+    case 'Q': returnValue_ = Number::integer(std::uint64_t{0}); break;
+    case 'f': returnValue_ = Number::real(0.0F); break;
+    case 'd': returnValue_ = Number::real(0.0); break;
+    default: returnValue_ = Value(); break;
+  }
+}
+
+void Invocation::invokeWithTarget(const Value& target) {
+  returnValue_ = send(target, selector_, arguments_);
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,28 @@
+// Property lists, XML and binary.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "runtime/Export.h"
+#include "runtime/Result.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// What a property list may hold at most: bytes of its file, collections inside each other, and
+/// values once every shared part of a binary list is written out.
+inline constexpr std::size_t kPropertyListBytes = std::size_t{512} * 1024 * 1024;
+inline constexpr int kPropertyListDepth = 512;
+inline constexpr std::size_t kPropertyListValues = 50'000'000;
+
+/// Reads a property list from a regular file.
+[[nodiscard]] COMMANDFILTER_EXPORT Result<Value> readPropertyList(const std::string& path);
+
+/// Reads a property list: dictionaries in the order of the file, arrays, strings, numbers
+/// (integers of encoding "q", or "Q" above the signed range; reals "d"; booleans "c"), dates and
+/// data. Fails, with the reason, for everything that is not one, and for text that is not UTF-8.
+[[nodiscard]] COMMANDFILTER_EXPORT Result<Value> parsePropertyList(std::string_view bytes);
+
+}  // namespace commandfilter

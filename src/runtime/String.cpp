@@ -1,0 +1,111 @@
+#include "runtime/String.h"
+
+#include <array>
+#include <cstdlib>
+#include <functional>
+
+#include "runtime/Class.h"
+#include "runtime/Description.h"
+#include "runtime/Text.h"
+#include "runtime/UTF8.h"
+
+namespace commandfilter {
+
+namespace {
+
+std::int64_t integerValue(const String& receiver) {
+  return std::strtoll(receiver.cString(), nullptr, 10);
+}
+std::int32_t intValue(const String& receiver) {
+  // Limited, not cut: this is how the platform reads a number out of a text.
+  const std::int64_t value = integerValue(receiver);
+  if (value > INT32_MAX) return INT32_MAX;
+  return value < INT32_MIN ? INT32_MIN : static_cast<std::int32_t>(value);
+}
+double doubleValue(const String& receiver) { return std::strtod(receiver.cString(), nullptr); }
+float floatValue(const String& receiver) { return std::strtof(receiver.cString(), nullptr); }
+std::uint64_t lengthOf(const String& receiver) { return receiver.length(); }
+const char* utf8String(const String& receiver) { return receiver.cString(); }
+Ref<String> uppercaseString(const String& receiver) {
+  return String::create(uppercase(receiver.view()));
+}
+Ref<String> lowercaseString(const String& receiver) {
+  return String::create(lowercase(receiver.view()));
+}
+
+constexpr std::array kStringMethods{
+    method<&lengthOf>("length"),
+    method<&intValue>("intValue"),
+    method<&integerValue>("integerValue"),
+    method<&doubleValue>("doubleValue"),
+    method<&floatValue>("floatValue"),
+    method<&utf8String>("UTF8String"),
+    method<&uppercaseString>("uppercaseString"),
+    method<&lowercaseString>("lowercaseString"),
+};
+
+}  // namespace
+
+constinit const Class String::kClass{
+    .name = "String", .base = &Object::kClass, .methods = kStringMethods};
+
+String::String(std::string text) noexcept
+    : Object(ObjectKind::String), text_(std::move(text)) {}
+
+Ref<String> String::create(std::string text) {
+  if (!isUTF8(text)) text = toWellFormedUTF8(text);
+  return make<String>(std::move(text));
+}
+
+RefPtr<String> String::fromUTF8(std::string_view text) {
+  if (!isUTF8(text)) return nullptr;
+  return make<String>(std::string(text));
+}
+
+bool String::isEqual(const Value& other) const {
+  if (other.object() == this) return true;
+  return other.isKind(ObjectKind::String) &&
+         static_cast<const String*>(other.object())->text_ == text_;
+}
+
+std::size_t String::hash() const {
+  if (hash_ == 0) hash_ = std::hash<std::string>{}(text_);
+  return hash_;
+}
+
+void String::appendDescription(std::string& text, int level) const {
+  if (level == 0) {
+    text.append(text_);
+  } else {
+    appendQuoted(text, text_);
+  }
+}
+
+std::size_t String::length() const noexcept { return lengthInCodeUnits(text_); }
+
+std::strong_ordering String::compare(const String& other) const noexcept {
+  const auto bytes = [](const String& string, std::size_t index) {
+    return static_cast<unsigned char>(string.text_[index]);
+  };
+  const std::size_t shorter = std::min(text_.size(), other.text_.size());
+  for (std::size_t i = 0; i < shorter; ++i) {
+    const unsigned char left = bytes(*this, i);
+    const unsigned char right = bytes(other, i);
+    if (left == right) continue;
+    // UTF-8 orders as code points do; in 16-bit units U+10000 and up (first byte from F0) stand
+    // before U+E000 to U+FFFF (first byte EE or EF).
+    constexpr unsigned char kPrivateUse = 0xEE;
+    constexpr unsigned char kFourBytes = 0xF0;
+    if (left >= kPrivateUse && right >= kPrivateUse) {
+      const bool leftLong = left >= kFourBytes;
+      const bool rightLong = right >= kFourBytes;
+      if (leftLong != rightLong) {
+        return leftLong ? std::strong_ordering::less : std::strong_ordering::greater;
+      }
+    }
+    return left <=> right;
+  }
+  return text_.size() <=> other.text_.size();
+}
+
+}  // namespace commandfilter
