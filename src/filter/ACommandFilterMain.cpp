@@ -21,8 +21,8 @@ void runCommand(const String& command, ACommandFilterContext& context,
                 ACommandFilterPlugInManager& manager) {
   const Class* executorClass = manager.executorClassForCommand(command);
   if (executorClass == nullptr) return;
-  const Value made = instantiate(*executorClass, Selector("initWithFilterContext:"),
-                                 {Value::sharing(&context)});
+  const Value made =
+      instantiate(*executorClass, Selector("initWithFilterContext:"), {Value::sharing(&context)});
   auto* executor = castTo<ICommandFilterExecutor>(made);
   if (executor == nullptr) return;
   context.reportMessageWithFormat("%@", executor->executeCommand(command));

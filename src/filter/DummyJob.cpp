@@ -19,8 +19,7 @@ constexpr std::array<char, 1024> kZeros{};
 }  // namespace
 
 std::string_view dummyJobForLanguages(const Array* languages) {
-  const bool speaksLDL =
-      languages != nullptr && languages->containsObject(String::create("LDL"));
+  const bool speaksLDL = languages != nullptr && languages->containsObject(String::create("LDL"));
   if (speaksLDL) return {kPacket.data(), kPacket.size()};
   return {kZeros.data(), kZeros.size()};
 }

@@ -42,8 +42,8 @@ ClassRegistry::Registration::~Registration() {
 
 std::span<const Class* const> runtimeClasses() noexcept {
   static constexpr std::array<const Class*, 8> kClasses{
-      &Object::kClass,     &String::kClass, &Array::kClass, &Dictionary::kClass,
-      &Data::kClass,       &Date::kClass,   &kNumberClass,  &kNullClass,
+      &Object::kClass, &String::kClass, &Array::kClass, &Dictionary::kClass,
+      &Data::kClass,   &Date::kClass,   &kNumberClass,  &kNullClass,
   };
   return kClasses;
 }

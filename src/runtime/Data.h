@@ -31,8 +31,7 @@ class COMMANDFILTER_EXPORT Data final : public Object {
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit Data(std::string bytes) noexcept
-      : Object(ObjectKind::Data), bytes_(std::move(bytes)) {}
+  explicit Data(std::string bytes) noexcept : Object(ObjectKind::Data), bytes_(std::move(bytes)) {}
   ~Data() override = default;
 
   std::string bytes_;

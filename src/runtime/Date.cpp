@@ -30,9 +30,9 @@ void Date::appendDescription(std::string& text, int /*level*/) const {
     return;
   }
   std::array<char, 64> buffer{};
-  const int length = std::snprintf(buffer.data(), buffer.size(), "%04lld-%02d-%02d %02d:%02d:%02d +0000",
-                                   1900LL + parts.tm_year, parts.tm_mon + 1, parts.tm_mday,
-                                   parts.tm_hour, parts.tm_min, parts.tm_sec);
+  const int length = std::snprintf(
+      buffer.data(), buffer.size(), "%04lld-%02d-%02d %02d:%02d:%02d +0000", 1900LL + parts.tm_year,
+      parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec);
   text.append(buffer.data(), static_cast<std::size_t>(length));
 }
 

@@ -103,8 +103,7 @@ bool Dictionary::isEqual(const Value& other) const {
   const auto& dictionary = static_cast<const Dictionary&>(*other.object());
   if (dictionary.count() != count()) return false;
   return std::ranges::all_of(entries_, [&dictionary](const DictionaryEntry& entry) {
-    const std::size_t place =
-        find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
+    const std::size_t place = find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
     return place != kAbsent && equal(entry.value, dictionary.entries_[place].value);
   });
 }

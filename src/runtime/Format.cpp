@@ -39,7 +39,8 @@ bool takeNumber(std::string_view format, std::size_t& at, std::string& flags) {
 std::optional<Conversion> readConversion(std::string_view format, std::size_t start) {
   Conversion conversion;
   std::size_t at = start + 1;
-  while (at < format.size() && std::string_view("-+ #0").find(format[at]) != std::string_view::npos) {
+  while (at < format.size() &&
+         std::string_view("-+ #0").find(format[at]) != std::string_view::npos) {
     conversion.flags.push_back(format[at++]);
   }
   conversion.tooWide = takeNumber(format, at, conversion.flags);
@@ -47,7 +48,8 @@ std::optional<Conversion> readConversion(std::string_view format, std::size_t st
     conversion.flags.push_back(format[at++]);
     conversion.tooWide = takeNumber(format, at, conversion.flags) || conversion.tooWide;
   }
-  while (at < format.size() && std::string_view("hlqjzt").find(format[at]) != std::string_view::npos) {
+  while (at < format.size() &&
+         std::string_view("hlqjzt").find(format[at]) != std::string_view::npos) {
     ++at;
   }
   if (at == format.size()) return std::nullopt;

@@ -27,8 +27,8 @@ class FormatArgument {
   template <typename T>
   FormatArgument(const Ref<T>& object) : FormatArgument(Value(object)) {}  // NOLINT
   template <typename T>
-  FormatArgument(const RefPtr<T>& object) : FormatArgument(Value(object)) {}  // NOLINT
-  FormatArgument(const Object* object) : FormatArgument(Value::sharing(object)) {}  // NOLINT
+  FormatArgument(const RefPtr<T>& object) : FormatArgument(Value(object)) {}         // NOLINT
+  FormatArgument(const Object* object) : FormatArgument(Value::sharing(object)) {}   // NOLINT
   FormatArgument(const Object& object) : FormatArgument(Value::sharing(&object)) {}  // NOLINT
   template <std::integral T>
   FormatArgument(T integer) {  // NOLINT: made in argument lists
@@ -47,7 +47,7 @@ class FormatArgument {
       content_ = Value();
     }
   }
-  FormatArgument(std::string_view text) : content_(text) {}    // NOLINT
+  FormatArgument(std::string_view text) : content_(text) {}                      // NOLINT
   FormatArgument(const std::string& text) : content_(std::string_view(text)) {}  // NOLINT
 
   using Content = std::variant<Value, std::int64_t, std::uint64_t, double, std::string_view>;

@@ -33,17 +33,39 @@ void Invocation::setArgumentAtIndex(Value value, std::size_t index) {
 void Invocation::setZeroReturnValue() noexcept {
   const char code = signature_.methodReturnType().front();
   switch (code) {
-    case 'c': returnValue_ = Number::integer(std::int8_t{0}); break;
-    case 'C': returnValue_ = Number::integer(std::uint8_t{0}); break;
-    case 's': returnValue_ = Number::integer(std::int16_t{0}); break;
-    case 'S': returnValue_ = Number::integer(std::uint16_t{0}); break;
-    case 'i': returnValue_ = Number::integer(std::int32_t{0}); break;
-    case 'I': returnValue_ = Number::integer(std::uint32_t{0}); break;
-    case 'q': returnValue_ = Number::integer(std::int64_t{0}); break;
-    case 'Q': returnValue_ = Number::integer(std::uint64_t{0}); break;
-    case 'f': returnValue_ = Number::real(0.0F); break;
-    case 'd': returnValue_ = Number::real(0.0); break;
-    default: returnValue_ = Value(); break;
+    case 'c':
+      returnValue_ = Number::integer(std::int8_t{0});
+      break;
+    case 'C':
+      returnValue_ = Number::integer(std::uint8_t{0});
+      break;
+    case 's':
+      returnValue_ = Number::integer(std::int16_t{0});
+      break;
+    case 'S':
+      returnValue_ = Number::integer(std::uint16_t{0});
+      break;
+    case 'i':
+      returnValue_ = Number::integer(std::int32_t{0});
+      break;
+    case 'I':
+      returnValue_ = Number::integer(std::uint32_t{0});
+      break;
+    case 'q':
+      returnValue_ = Number::integer(std::int64_t{0});
+      break;
+    case 'Q':
+      returnValue_ = Number::integer(std::uint64_t{0});
+      break;
+    case 'f':
+      returnValue_ = Number::real(0.0F);
+      break;
+    case 'd':
+      returnValue_ = Number::real(0.0);
+      break;
+    default:
+      returnValue_ = Value();
+      break;
   }
 }
 

@@ -16,7 +16,8 @@ Value valueForKey(const Value& value, const String& key) {
   const Class* info = classOf(value);
   if (info == nullptr) return {};
   static const Selector kValueForKey("valueForKey:");
-  // The class is asked, not the object: a proxy answers for itself here, not for what it stands for.
+  // The class is asked, not the object: a proxy answers for itself here, not for what it stands
+  // for.
   if (info->instanceMethod(kValueForKey) != nullptr) {
     return send(value, kValueForKey, {Value::sharing(&key)});
   }

@@ -20,15 +20,20 @@ std::string_view MethodSignature::argumentTypeAtIndex(std::size_t index) const n
 
 std::size_t MethodSignature::methodReturnLength() const noexcept {
   switch (types_.empty() ? 'v' : types_.front()) {
-    case 'v': return 0;
+    case 'v':
+      return 0;
     case 'c':
-    case 'C': return 1;
+    case 'C':
+      return 1;
     case 's':
-    case 'S': return 2;
+    case 'S':
+      return 2;
     case 'i':
     case 'I':
-    case 'f': return 4;
-    default: return 8;
+    case 'f':
+      return 4;
+    default:
+      return 8;
   }
 }
 

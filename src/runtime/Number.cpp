@@ -126,9 +126,8 @@ void Number::appendDescription(std::string& text) const {
     text.append(digits, static_cast<std::size_t>(length));
     return;
   }
-  const auto end = encoding_ == 'Q'
-                       ? std::to_chars(std::begin(digits), std::end(digits), unsigned_)
-                       : std::to_chars(std::begin(digits), std::end(digits), signed_);
+  const auto end = encoding_ == 'Q' ? std::to_chars(std::begin(digits), std::end(digits), unsigned_)
+                                    : std::to_chars(std::begin(digits), std::end(digits), signed_);
   text.append(digits, end.ptr);
 }
 

@@ -71,7 +71,8 @@ class COMMANDFILTER_EXPORT Number {
  private:
   friend class Value;
 
-  constexpr Number(char encoding, std::int64_t value) noexcept : signed_(value), encoding_(encoding) {}
+  constexpr Number(char encoding, std::int64_t value) noexcept
+      : signed_(value), encoding_(encoding) {}
   constexpr Number(char encoding, std::uint64_t value) noexcept
       : unsigned_(value), encoding_(encoding) {}
   constexpr Number(char encoding, double value) noexcept : real_(value), encoding_(encoding) {}
@@ -81,10 +82,14 @@ class COMMANDFILTER_EXPORT Number {
     if constexpr (std::same_as<T, bool>) return 'c';
     constexpr bool kSigned = std::is_signed_v<T>;
     switch (sizeof(T)) {
-      case 1: return kSigned ? 'c' : 'C';
-      case 2: return kSigned ? 's' : 'S';
-      case 4: return kSigned ? 'i' : 'I';
-      default: return kSigned ? 'q' : 'Q';
+      case 1:
+        return kSigned ? 'c' : 'C';
+      case 2:
+        return kSigned ? 's' : 'S';
+      case 4:
+        return kSigned ? 'i' : 'I';
+      default:
+        return kSigned ? 'q' : 'Q';
     }
   }
 

@@ -15,9 +15,9 @@ float floatValue(const Value& receiver) { return receiver.number().floatValue();
 double doubleValue(const Value& receiver) { return receiver.number().doubleValue(); }
 
 constexpr std::array kNumberMethods{
-    method<&charValue>("charValue"),   method<&shortValue>("shortValue"),
-    method<&intValue>("intValue"),     method<&longValue>("longValue"),
-    method<&longValue>("integerValue"), method<&floatValue>("floatValue"),
+    method<&charValue>("charValue"),     method<&shortValue>("shortValue"),
+    method<&intValue>("intValue"),       method<&longValue>("longValue"),
+    method<&longValue>("integerValue"),  method<&floatValue>("floatValue"),
     method<&doubleValue>("doubleValue"),
 };
 

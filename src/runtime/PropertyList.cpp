@@ -110,24 +110,31 @@ Value convert(plist_t node) {
       plist_get_bool_val(node, &value);
       return Value::boolean(value != 0);
     }
-    case PLIST_UINT: return convertInteger(node);
+    case PLIST_UINT:
+      return convertInteger(node);
     case PLIST_REAL: {
       double value = 0;
       plist_get_real_val(node, &value);
       return Number::real(value);
     }
     case PLIST_STRING:
-    case PLIST_KEY: return convertString(node);
-    case PLIST_ARRAY: return convertArray(node);
-    case PLIST_DICT: return convertDictionary(node);
-    case PLIST_DATE: return convertDate(node);
-    case PLIST_DATA: return convertData(node);
+    case PLIST_KEY:
+      return convertString(node);
+    case PLIST_ARRAY:
+      return convertArray(node);
+    case PLIST_DICT:
+      return convertDictionary(node);
+    case PLIST_DATE:
+      return convertDate(node);
+    case PLIST_DATA:
+      return convertData(node);
     case PLIST_UID: {
       std::uint64_t value = 0;
       plist_get_uid_val(node, &value);
       return Number::integer(static_cast<std::int64_t>(value));
     }
-    default: return Value::null();
+    default:
+      return Value::null();
   }
 }
 

@@ -35,11 +35,11 @@ class Ref {
   Ref(const Ref& other) noexcept : Ref(*other.target_) {}
   Ref(Ref&& other) noexcept : target_(std::exchange(other.target_, nullptr)) {}
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) noexcept : Ref(static_cast<T&>(*other)) {}  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
+  noexcept : Ref(static_cast<T&>(*other)) {}  // NOLINT: as pointers do
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(Ref<U>&& other) noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> Ref(Ref<U>&& other)
+  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
   ~Ref() {
     if (target_ != nullptr) countedObject(*target_).deref();
   }
@@ -90,19 +90,19 @@ class RefPtr {
   RefPtr(const RefPtr& other) noexcept : RefPtr(other.target_) {}
   RefPtr(RefPtr&& other) noexcept : target_(std::exchange(other.target_, nullptr)) {}
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  RefPtr(const RefPtr<U>& other) noexcept  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> RefPtr(const RefPtr<U>& other)
+  noexcept  // NOLINT: as pointers do
       : RefPtr(static_cast<T*>(other.get())) {}
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  RefPtr(RefPtr<U>&& other) noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> RefPtr(RefPtr<U>&& other)
+  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  RefPtr(const Ref<U>& other) noexcept  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> RefPtr(const Ref<U>& other)
+  noexcept  // NOLINT: as pointers do
       : RefPtr(static_cast<T*>(other.get())) {}
   template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  RefPtr(Ref<U>&& other) noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  requires std::is_convertible_v<U*, T*> RefPtr(Ref<U>&& other)
+  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
   ~RefPtr() {
     if (target_ != nullptr) countedObject(*target_).deref();
   }

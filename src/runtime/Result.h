@@ -18,7 +18,7 @@ struct Failure {
 template <typename T>
 class [[nodiscard]] Result {
  public:
-  Result(T value) : value_(std::move(value)) {}                     // NOLINT: success is a value
+  Result(T value) : value_(std::move(value)) {}                    // NOLINT: success is a value
   Result(Failure failure) : reason_(std::move(failure.reason)) {}  // NOLINT: so is failure
 
   [[nodiscard]] explicit operator bool() const noexcept { return value_.has_value(); }

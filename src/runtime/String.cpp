@@ -49,8 +49,7 @@ constexpr std::array kStringMethods{
 constinit const Class String::kClass{
     .name = "String", .base = &Object::kClass, .methods = kStringMethods};
 
-String::String(std::string text) noexcept
-    : Object(ObjectKind::String), text_(std::move(text)) {}
+String::String(std::string text) noexcept : Object(ObjectKind::String), text_(std::move(text)) {}
 
 Ref<String> String::create(std::string text) {
   if (!isUTF8(text)) text = toWellFormedUTF8(text);

@@ -1,8 +1,8 @@
 #include "runtime/Text.h"
 
 #include <unicode/stringoptions.h>
-#include <unicode/uchar.h>
 #include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
 
 #include <limits>
 #include <memory>

@@ -59,8 +59,7 @@ struct Passing<T> {
 };
 
 template <std::floating_point T>
-  requires(!std::same_as<T, long double>)
-struct Passing<T> {
+requires(!std::same_as<T, long double>) struct Passing<T> {
   static constexpr char kCode = std::same_as<T, float> ? 'f' : 'd';
   static T argument(const Value& value) noexcept {
     return value.isNumber() ? static_cast<T>(value.number().doubleValue()) : T{};
