@@ -18,6 +18,7 @@ class COMMANDFILTER_EXPORT Array final : public Object {
  public:
   static const Class kClass;
   static constexpr ObjectKind kObjectKind = ObjectKind::Array;
+  using KindClass = Array;
 
   /// An array of the elements; nil elements become the null object.
   [[nodiscard]] static Ref<Array> create(std::vector<Value> elements = {});

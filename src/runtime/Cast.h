@@ -16,9 +16,11 @@ namespace detail {
 [[nodiscard]] COMMANDFILTER_EXPORT void* interfaceOf(Object& object,
                                                      const Protocol& protocol) noexcept;
 
+// A class whose objects all have one kind, and nothing else does. Classes below it inherit the
+// names but are not meant.
 template <typename T>
 concept HasObjectKind = requires {
-  { T::kObjectKind } -> std::convertible_to<ObjectKind>;
+  requires std::is_same_v<typename T::KindClass, T>;
 };
 
 }  // namespace detail

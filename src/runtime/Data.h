@@ -16,6 +16,7 @@ class COMMANDFILTER_EXPORT Data final : public Object {
  public:
   static const Class kClass;
   static constexpr ObjectKind kObjectKind = ObjectKind::Data;
+  using KindClass = Data;
 
   [[nodiscard]] static Ref<Data> create(std::string bytes);
 

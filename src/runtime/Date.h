@@ -16,6 +16,7 @@ class COMMANDFILTER_EXPORT Date final : public Object {
  public:
   static const Class kClass;
   static constexpr ObjectKind kObjectKind = ObjectKind::Date;
+  using KindClass = Date;
 
   [[nodiscard]] static Ref<Date> create(double secondsSince1970);
 

@@ -27,6 +27,7 @@ class COMMANDFILTER_EXPORT Dictionary final : public Object {
  public:
   static const Class kClass;
   static constexpr ObjectKind kObjectKind = ObjectKind::Dictionary;
+  using KindClass = Dictionary;
 
   /// An empty dictionary; others come from DictionaryBuilder.
   [[nodiscard]] static Ref<Dictionary> create();

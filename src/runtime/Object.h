@@ -19,7 +19,18 @@ class Value;
 
 /// What an object is, for the kinds that the expression language tests at every step; reading it
 /// costs one load where asking the class costs a call.
-enum class ObjectKind : std::uint8_t { Other, String, Array, Dictionary, Data, Date };
+enum class ObjectKind : std::uint8_t {
+  Other,
+  String,
+  Array,
+  Dictionary,
+  Data,
+  Date,
+  /// An item of a compiled expression.
+  EvaluationItem,
+  /// A list of such items.
+  ItemsList,
+};
 
 /// An object with a reference count, a class, and the answers that every object gives. It is made
 /// with `make<T>()`, held by `Ref` and `RefPtr`, and destroyed when the last of these lets go.

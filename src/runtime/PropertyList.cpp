@@ -2,6 +2,7 @@
 
 #include <plist/plist.h>
 
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
@@ -24,6 +25,7 @@ namespace commandfilter {
 namespace {
 
 constexpr std::string_view kBinaryMagic = "bplist00";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 // Property lists count dates from 2001-01-01.
 constexpr double kSecondsFrom1970To2001 = 978307200.0;
 
@@ -39,14 +41,25 @@ using OwnedNode = std::unique_ptr<std::remove_pointer_t<plist_t>, FreeNode>;
 
 Value convert(plist_t node);
 
+// The bytes that a scalar has in a binary list, its marker first. They tell what the library's own
+// functions do not: whether a large integer is negative, and a date outside of 68 years around
+// 2001.
+std::string binaryForm(plist_t node) {
+  char* bytes = nullptr;
+  std::uint32_t length = 0;
+  plist_to_bin(node, &bytes, &length);
+  const std::unique_ptr<char, FreeMemory> owner(bytes);
+  if (bytes == nullptr || length <= kBinaryMagic.size()) return {};
+  return {bytes + kBinaryMagic.size(), length - kBinaryMagic.size()};
+}
+
 Value convertInteger(plist_t node) {
   std::uint64_t value = 0;
   plist_get_uint_val(node, &value);
-  if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
-    // A node remembers whether it was read as a large or as a negative number, and says so only
-    // when it is compared.
-    const OwnedNode large(plist_new_uint(value));
-    if (plist_compare_node_value(node, large.get()) != 0) return Number::integer(value);
+  constexpr char kSixteenBytes = 0x14;
+  if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) &&
+      binaryForm(node).starts_with(kSixteenBytes)) {
+    return Number::integer(value);
   }
   return Number::integer(static_cast<std::int64_t>(value));
 }
@@ -64,11 +77,14 @@ Value convertData(plist_t node) {
 }
 
 Value convertDate(plist_t node) {
-  std::int32_t seconds = 0;
-  std::int32_t microseconds = 0;
-  plist_get_date_val(node, &seconds, &microseconds);
-  constexpr double kMillion = 1e6;
-  return Date::create(kSecondsFrom1970To2001 + seconds + microseconds / kMillion);
+  const std::string form = binaryForm(node);
+  std::uint64_t bits = 0;
+  if (form.size() > sizeof bits) {
+    for (std::size_t i = 1; i <= sizeof bits; ++i) {
+      bits = bits << 8U | static_cast<unsigned char>(form[i]);
+    }
+  }
+  return Date::create(kSecondsFrom1970To2001 + std::bit_cast<double>(bits));
 }
 
 Value convertArray(plist_t node) {
@@ -144,15 +160,17 @@ Result<Value> parsePropertyList(std::string_view bytes) {
   if (bytes.size() > kPropertyListBytes) return Failure{"it is too large"};
   const bool binary = bytes.starts_with(kBinaryMagic);
   if (!binary && !isUTF8(bytes)) return Failure{"it is neither UTF-8 text nor a binary list"};
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
   std::string objection =
       binary ? detail::objectionToBinaryShape(bytes) : detail::objectionToXMLShape(bytes);
   if (!objection.empty()) return Failure{std::move(objection)};
   plist_t root = nullptr;
-  const auto size = static_cast<std::uint32_t>(bytes.size());
   if (binary) {
-    plist_from_bin(bytes.data(), size, &root);
+    plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
   } else {
-    plist_from_xml(bytes.data(), size, &root);
+    std::string divided = detail::withDividedTexts(bytes);
+    if (!divided.empty()) bytes = divided;
+    plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
   }
   const OwnedNode owner(root);
   if (root == nullptr) return Failure{"it is no property list"};

@@ -12,10 +12,10 @@
 namespace commandfilter {
 
 /// What a property list may hold at most: bytes of its file, collections inside each other, and
-/// values once every shared part of a binary list is written out.
+/// values. Where a binary list shares parts, bytes and values count once they are written out.
 inline constexpr std::size_t kPropertyListBytes = std::size_t{512} * 1024 * 1024;
 inline constexpr int kPropertyListDepth = 512;
-inline constexpr std::size_t kPropertyListValues = 50'000'000;
+inline constexpr std::size_t kPropertyListValues = 4'000'000;
 
 /// Reads a property list from a regular file.
 [[nodiscard]] COMMANDFILTER_EXPORT Result<Value> readPropertyList(const std::string& path);

@@ -13,25 +13,48 @@ namespace commandfilter::detail {
 namespace {
 
 constexpr std::string_view kTooDeep = "its collections are nested too deeply";
+constexpr std::string_view kTooManyValues = "it holds too many values";
+constexpr std::string_view kTooLarge = "its shared parts make it too large";
 constexpr std::string_view kBroken = "it is broken";
 
-// Skips what `<` begins when that is no element: a comment, character data, a declaration. Gives
-// the offset behind it, or `start` when an element begins there.
-std::size_t skipMarkup(std::string_view text, std::size_t start) {
-  const auto behind = [text, start](std::string_view end) {
-    const std::size_t found = text.find(end, start);
-    return found == std::string_view::npos ? text.size() : found + end.size();
+// Where a piece of XML ends: a text, up to the next markup, or one markup. None for markup whose
+// end readers could see in different places: unbalanced quotes, `<` in a tag, a declaration with
+// a subset of its own.
+std::optional<std::size_t> endOfPiece(std::string_view text, std::size_t start) {
+  if (text[start] != '<') return std::min(text.find('<', start), text.size());
+  const auto behind = [text, start](std::string_view opening,
+                                    std::string_view closing) -> std::optional<std::size_t> {
+    const std::size_t found = text.find(closing, start + opening.size());
+    if (found == std::string_view::npos) return std::nullopt;
+    return found + closing.size();
   };
   const std::string_view rest = text.substr(start);
-  if (rest.starts_with("<!--")) return behind("-->");
-  if (rest.starts_with("<![CDATA[")) return behind("]]>");
-  if (rest.starts_with("<?")) return behind("?>");
-  return start;
+  if (rest.starts_with("<!--")) return behind("<!--", "-->");
+  if (rest.starts_with("<![CDATA[")) return behind("<![CDATA[", "]]>");
+  const bool instruction = rest.starts_with("<?");
+  const auto end = instruction ? behind("<?", "?>") : behind("<", ">");
+  if (!end) return std::nullopt;
+  const std::string_view inside = text.substr(start + 1, *end - start - 2);
+  const bool declaration = inside.starts_with('!');
+  if (std::ranges::count(inside, '"') % 2 != 0 ||
+      (!instruction && inside.find('<') != std::string_view::npos) ||
+      (declaration && inside.find('[') != std::string_view::npos)) {
+    return std::nullopt;
+  }
+  return end;
 }
 
 // A reader of a binary list's objects. Every offset is checked against the object area.
 class BinaryReader {
  public:
+  // An object: what it refers to, which is read one by one, and the bytes of its text or data.
+  struct Object {
+    bool isCollection = false;
+    std::size_t references = 0;
+    std::size_t firstReference = 0;
+    std::size_t bytes = 0;
+  };
+
   static std::optional<BinaryReader> open(std::string_view bytes) {
     constexpr std::size_t kHeader = 8;
     constexpr std::size_t kTrailer = 32;
@@ -56,17 +79,22 @@ class BinaryReader {
   [[nodiscard]] std::size_t count() const { return count_; }
   [[nodiscard]] std::size_t root() const { return root_; }
 
-  // The objects that the object refers to; none when it is broken.
-  [[nodiscard]] std::optional<std::vector<std::size_t>> children(std::size_t object) const {
-    std::vector<std::size_t> result;
-    const std::size_t at = number(table_ + object * offsetSize_, offsetSize_);
+  // None when the object is broken.
+  [[nodiscard]] std::optional<Object> object(std::size_t index) const {
+    const std::size_t at = number(table_ + index * offsetSize_, offsetSize_);
     if (at >= end_) return std::nullopt;
     const auto marker = static_cast<unsigned char>(bytes_[at]);
-    const unsigned kind = marker >> 4U;
+    constexpr unsigned kData = 0x4;
+    constexpr unsigned kASCII = 0x5;
+    constexpr unsigned kUTF16 = 0x6;
     constexpr unsigned kArray = 0xA;
     constexpr unsigned kSet = 0xC;
     constexpr unsigned kDictionary = 0xD;
-    if (kind != kArray && kind != kSet && kind != kDictionary) return result;
+    const unsigned kind = marker >> 4U;
+    const bool isText = kind == kData || kind == kASCII || kind == kUTF16;
+    const bool isCollection = kind == kArray || kind == kSet || kind == kDictionary;
+    Object result;
+    if (!isText && !isCollection) return result;
     std::size_t elements = marker & 15U;
     std::size_t first = at + 1;
     if (elements == 15) {
@@ -77,15 +105,24 @@ class BinaryReader {
       elements = number(first + 1, size);
       first += 1 + size;
     }
-    const std::size_t references = elements * (kind == kDictionary ? 2 : 1);
-    if (elements > end_ || references > (end_ - first) / referenceSize_) return std::nullopt;
-    result.reserve(references);
-    for (std::size_t i = 0; i < references; ++i) {
-      const std::size_t child = number(first + i * referenceSize_, referenceSize_);
-      if (child >= count_) return std::nullopt;
-      result.push_back(child);
+    if (elements > end_) return std::nullopt;
+    if (isText) {
+      result.bytes = elements * (kind == kUTF16 ? 2 : 1);
+      if (result.bytes > end_ - first) return std::nullopt;
+      return result;
     }
+    result.isCollection = true;
+    result.references = elements * (kind == kDictionary ? 2 : 1);
+    result.firstReference = first;
+    if (result.references > (end_ - first) / referenceSize_) return std::nullopt;
     return result;
+  }
+
+  // The object that another one refers to; none when there is no such object.
+  [[nodiscard]] std::optional<std::size_t> reference(const Object& object, std::size_t i) const {
+    const std::size_t index = number(object.firstReference + i * referenceSize_, referenceSize_);
+    if (index >= count_) return std::nullopt;
+    return index;
   }
 
  private:
@@ -106,39 +143,125 @@ class BinaryReader {
   std::size_t end_ = 0;
 };
 
+// How much of something a list holds once its shared parts are written out.
+struct Amount {
+  std::size_t values = 0;
+  std::size_t bytes = 0;
+};
+
 // What is known of an object while the list is walked.
 struct Shape {
   enum class State : std::uint8_t { Unknown, Open, Known };
   State state = State::Unknown;
   int height = 0;
-  std::size_t values = 0;
+  Amount amount;
 };
 
+// An object on the way from the root to the one that is looked at.
 struct Visit {
-  std::size_t object;
-  std::vector<std::size_t> children;
+  std::size_t index;
+  BinaryReader::Object object;
+  // What was counted before the object.
+  Amount before;
   std::size_t next = 0;
+};
+
+// Walks the objects of a binary list, each one once, without recursion.
+class BinaryWalk {
+ public:
+  explicit BinaryWalk(const BinaryReader& reader) : reader_(reader), shapes_(reader.count()) {}
+
+  // The reason why the list is refused; empty when it is not.
+  std::string_view objection() {
+    std::string_view reason = enter(reader_.root());
+    while (reason.empty() && !path_.empty()) {
+      Visit& visit = path_.back();
+      if (visit.next == visit.object.references) {
+        leave();
+        continue;
+      }
+      const auto child = reader_.reference(visit.object, visit.next++);
+      if (!child) return kBroken;
+      reason = meet(*child);
+    }
+    return reason;
+  }
+
+ private:
+  std::string_view meet(std::size_t index) {
+    const Shape& shape = shapes_[index];
+    if (shape.state == Shape::State::Open) return "it contains itself";
+    if (shape.state == Shape::State::Unknown) return enter(index);
+    if (path_.size() + static_cast<std::size_t>(shape.height) > kPropertyListDepth) return kTooDeep;
+    raiseHeight(shape.height);
+    return add(shape.amount);
+  }
+
+  std::string_view enter(std::size_t index) {
+    const auto object = reader_.object(index);
+    if (!object) return kBroken;
+    const Amount before = counted_;
+    const std::string_view reason = add({.values = 1, .bytes = object->bytes});
+    if (!reason.empty()) return reason;
+    Shape& shape = shapes_[index];
+    if (!object->isCollection) {
+      shape = {.state = Shape::State::Known, .amount = {.values = 1, .bytes = object->bytes}};
+      return {};
+    }
+    if (path_.size() == kPropertyListDepth) return kTooDeep;
+    shape = {.state = Shape::State::Open, .height = 1};
+    path_.push_back({.index = index, .object = *object, .before = before});
+    return {};
+  }
+
+  void leave() {
+    const Visit& visit = path_.back();
+    Shape& shape = shapes_[visit.index];
+    shape.state = Shape::State::Known;
+    shape.amount = {.values = counted_.values - visit.before.values,
+                    .bytes = counted_.bytes - visit.before.bytes};
+    path_.pop_back();
+    raiseHeight(shape.height);
+  }
+
+  void raiseHeight(int below) {
+    if (path_.empty()) return;
+    int& height = shapes_[path_.back().index].height;
+    height = std::max(height, below + 1);
+  }
+
+  std::string_view add(const Amount& amount) {
+    counted_.values += amount.values;
+    counted_.bytes += amount.bytes;
+    if (counted_.values > kPropertyListValues) return kTooManyValues;
+    return counted_.bytes > kPropertyListBytes ? kTooLarge : std::string_view();
+  }
+
+  const BinaryReader& reader_;
+  std::vector<Shape> shapes_;
+  std::vector<Visit> path_;
+  Amount counted_;
 };
 
 }  // namespace
 
 std::string objectionToXMLShape(std::string_view text) {
   int depth = 0;
-  for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at)) {
-    const std::size_t behind = skipMarkup(text, at);
-    if (behind != at) {
-      at = behind;
-      continue;
-    }
-    const std::string_view rest = text.substr(at + 1);
-    if (rest.starts_with("dict") || rest.starts_with("array")) {
-      const std::size_t end = text.find('>', at);
-      const bool closed = end != std::string_view::npos && text[end - 1] == '/';
-      if (!closed && ++depth > kPropertyListDepth) return std::string(kTooDeep);
-    } else if (rest.starts_with("/dict") || rest.starts_with("/array")) {
+  std::size_t values = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::optional<std::size_t> end = endOfPiece(text, at);
+    if (!end) return std::string(kBroken);
+    const std::string_view piece = text.substr(at, *end - at);
+    at = *end;
+    if (piece.starts_with("</dict") || piece.starts_with("</array")) {
       --depth;
+    } else if (piece.starts_with('<') && !piece.starts_with("</")) {
+      if (++values > kPropertyListValues) return std::string(kTooManyValues);
+      const bool opens = piece.starts_with("<dict") || piece.starts_with("<array");
+      if (opens && !piece.ends_with("/>") && ++depth > kPropertyListDepth) {
+        return std::string(kTooDeep);
+      }
     }
-    ++at;
   }
   return {};
 }
@@ -146,40 +269,28 @@ std::string objectionToXMLShape(std::string_view text) {
 std::string objectionToBinaryShape(std::string_view bytes) {
   const std::optional<BinaryReader> reader = BinaryReader::open(bytes);
   if (!reader) return std::string(kBroken);
-  std::vector<Shape> shapes(reader->count());
-  std::vector<Visit> path;
-  const auto enter = [&](std::size_t object) {
-    auto children = reader->children(object);
-    if (!children) return false;
-    shapes[object].state = Shape::State::Open;
-    shapes[object].values = 1;
-    path.push_back({object, std::move(*children)});
-    return true;
-  };
-  if (!enter(reader->root())) return std::string(kBroken);
-  while (!path.empty()) {
-    Visit& visit = path.back();
-    Shape& shape = shapes[visit.object];
-    if (visit.next == visit.children.size()) {
-      shape.state = Shape::State::Known;
-      if (shape.height > kPropertyListDepth) return std::string(kTooDeep);
-      path.pop_back();
-      continue;
+  if (reader->count() > kPropertyListValues) return std::string(kTooManyValues);
+  return std::string(BinaryWalk(*reader).objection());
+}
+
+std::string withDividedTexts(std::string_view text) {
+  constexpr std::size_t kReferences = 64;
+  std::string result;
+  std::size_t copied = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = endOfPiece(text, at).value_or(text.size());
+    if (text[at] != '<') {
+      std::size_t references = 0;
+      for (at = text.find('&', at); at < end; at = text.find('&', at + 1)) {
+        if (++references % kReferences != 0) continue;
+        result.append(text.substr(copied, at - copied)).append("<!---->");
+        copied = at;
+      }
     }
-    const std::size_t child = visit.children[visit.next];
-    const Shape& below = shapes[child];
-    if (below.state == Shape::State::Open) return "it contains itself";
-    if (below.state == Shape::State::Unknown) {
-      if (path.size() > static_cast<std::size_t>(kPropertyListDepth)) return std::string(kTooDeep);
-      if (!enter(child)) return std::string(kBroken);
-      continue;
-    }
-    ++visit.next;
-    shape.height = std::max(shape.height, below.height + 1);
-    shape.values += below.values;
-    if (shape.values > kPropertyListValues) return "its shared parts make it too large";
+    at = end;
   }
-  return {};
+  if (copied != 0) result.append(text.substr(copied));
+  return result;
 }
 
 }  // namespace commandfilter::detail

@@ -9,17 +9,31 @@
 
 namespace commandfilter {
 
+namespace {
+
+Result<void*> loadCode(const char* place) {
+  void* handle = dlopen(place, RTLD_NOW | RTLD_LOCAL);
+  if (handle != nullptr) return handle;
+  const char* reason = dlerror();
+  return Failure{reason != nullptr ? reason : "cannot be loaded"};
+}
+
+}  // namespace
+
 Result<SharedLibrary> SharedLibrary::open(const std::string& path) {
   // The loader would wait for a writer if this were a fifo.
   if (!isRegularFile(path)) return Failure{"is not a regular file"};
   // A name without a slash would be searched for in the system's folders.
   const std::string place = path.find('/') == std::string::npos ? "./" + path : path;
-  void* handle = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle == nullptr) {
-    const char* reason = dlerror();
-    return Failure{reason != nullptr ? reason : "cannot be loaded"};
-  }
-  return SharedLibrary(handle);
+  Result<void*> handle = loadCode(place.c_str());
+  if (!handle) return Failure{handle.reason()};
+  return SharedLibrary(*handle);
+}
+
+Result<SharedLibrary> SharedLibrary::openSystemLibrary(const char* name) {
+  Result<void*> handle = loadCode(name);
+  if (!handle) return Failure{handle.reason()};
+  return SharedLibrary(*handle);
 }
 
 SharedLibrary::~SharedLibrary() {

@@ -15,6 +15,9 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   /// Loads the library at the path, with all its symbols bound and none shown to other libraries.
   [[nodiscard]] static Result<SharedLibrary> open(const std::string& path);
 
+  /// Loads a library by its name, such as "libcups.so.2", from the system's folders.
+  [[nodiscard]] static Result<SharedLibrary> openSystemLibrary(const char* name);
+
   SharedLibrary(SharedLibrary&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
   SharedLibrary& operator=(SharedLibrary&& other) noexcept {
     std::swap(handle_, other.handle_);

@@ -12,11 +12,14 @@
 
 namespace commandfilter {
 
+class Value;
+
 /// A text, held as well-formed UTF-8; it may contain NUL. Equal when the characters are.
 class COMMANDFILTER_EXPORT String final : public Object {
  public:
   static const Class kClass;
   static constexpr ObjectKind kObjectKind = ObjectKind::String;
+  using KindClass = String;
 
   /// A string of text that is UTF-8; ill-formed sequences become U+FFFD.
   [[nodiscard]] static Ref<String> create(std::string text);
@@ -38,12 +41,24 @@ class COMMANDFILTER_EXPORT String final : public Object {
   /// In 16-bit code units.
   [[nodiscard]] std::size_t length() const noexcept;
 
+  /// Says that whoever asks holds the only reference to the string.
+  class OnlyReference {
+    friend Ref<String> concatenateTexts(Value left, const Value& right);
+    OnlyReference() = default;
+  };
+  /// The text, to be extended with well-formed UTF-8.
+  [[nodiscard]] std::string& mutableText(OnlyReference /*proof*/) noexcept {
+    hash_ = 0;
+    return text_;
+  }
+
   /// Order by 16-bit code unit.
   [[nodiscard]] std::strong_ordering compare(const String& other) const noexcept;
 
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
+  friend Ref<String> concatenateTexts(Value left, const Value& right);
 
   explicit String(std::string text) noexcept;
   ~String() override = default;

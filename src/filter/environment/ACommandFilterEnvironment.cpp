@@ -1,16 +1,11 @@
 #include "filter/environment/ACommandFilterEnvironment.h"
 
-#include <cups/cups.h>
-#include <cups/ppd.h>
 #include <unistd.h>
 
 #include <string_view>
 
+#include "filter/environment/CupsLibrary.h"
 #include "runtime/ProcessInfo.h"
-
-// libcups has marked its PPD functions as deprecated for years; a queue's PPD is still the only
-// place for some facts.
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
 namespace commandfilter {
 
@@ -47,15 +42,17 @@ RefPtr<ACommandFilterEnvironment> ACommandFilterEnvironment::init() {
 
 PPDFile* ACommandFilterEnvironment::printerPPDFile() {
   if (printerPPDFile_) return printerPPDFile_.get();
-  const char* copy = cupsGetPPD(queueName_->cString());
+  const CupsLibrary* cups = CupsLibrary::shared();
+  if (cups == nullptr) return nullptr;
+  const char* copy = cups->getPPD(queueName_->cString());
   if (copy == nullptr) return nullptr;
-  printerPPDFile_.reset(ppdOpenFile(copy));
+  printerPPDFile_.reset(cups->ppdOpen(copy));
   unlink(copy);
   return printerPPDFile_.get();
 }
 
 void ACommandFilterEnvironment::ClosePPD::operator()(PPDFile* file) const noexcept {
-  ppdClose(file);
+  CupsLibrary::shared()->ppdCloseFile(file);
 }
 
 }  // namespace commandfilter

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Summary.h"
+
+namespace commandfilter::benchmarks {
+
+// What a job of ours may cost, as a multiple of what the base costs.
+inline constexpr double kInstructionLimit = 1.3;
+inline constexpr double kWallLimit = 1.3;
+inline constexpr double kMemoryLimit = 1.5;
+
+// Of the exponent with which the cost grows with the lines; one is linear.
+inline constexpr double kGrowthLimit = 1.15;
+
+struct LimitCheck {
+  std::string subject;
+  std::string measure;
+  std::optional<double> value;  // nothing when it was not measured
+  double limit = 0;
+  bool binding = true;
+
+  bool exceeded() const { return value && *value > limit; }
+  bool fails() const { return binding && (!value || exceeded()); }
+};
+
+// Binding only when `strict`: wall time, which is noisy on a shared machine, what was not measured,
+// which depends on what is installed, and growth. Growth that is lost in the noise is left out.
+std::vector<LimitCheck> checkAgainstBase(const std::vector<Summary>& programs, bool strict);
+std::vector<LimitCheck> checkGrowth(const std::vector<Growth>& growth, bool strict);
+
+}  // namespace commandfilter::benchmarks

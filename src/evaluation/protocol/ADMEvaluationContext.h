@@ -1,0 +1,64 @@
+// What an expression is evaluated against.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "evaluation/protocol/ADMEvaluationError.h"
+#include "evaluation/protocol/EvaluationName.h"
+#include "runtime/Array.h"
+#include "runtime/Dictionary.h"
+#include "runtime/Export.h"
+#include "runtime/Format.h"
+#include "runtime/Protocol.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// Answers the questions of an expression's items: names, feature paths, procedures, and where to
+/// leave an error. A failing operation records an error and answers nil; nil without an error means
+/// that there is no value. Nothing here throws on its own account, but what plug-ins and services
+/// raise passes through.
+class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
+ public:
+  static const Protocol kProtocol;
+
+  /// The dictionary that all contexts of one template share; nil when there is none. Borrowed.
+  [[nodiscard]] virtual const Dictionary* globalConfiguration() const = 0;
+  /// The default status service; nil when there is none.
+  [[nodiscard]] virtual Value statusService() const = 0;
+  /// Forgets what procedures have kept for the computation.
+  virtual void resetEvaluations() = 0;
+  /// The value of a bare name.
+  virtual Value processSelector(const EvaluationName& name) = 0;
+  /// The result of a procedure call. The arguments are unevaluated items; nil when there are none.
+  virtual Value executeProcedure_withArguments(const EvaluationName& name,
+                                               const Array* arguments) = 0;
+  /// The value at a feature path; the components are strings.
+  virtual Value valueForFeaturePathComponents(const Array* components) = 0;
+  /// The error set last; nil when there is none. Borrowed.
+  [[nodiscard]] virtual ADMEvaluationError* lastError() const = 0;
+  /// Replaces the error; nil clears it.
+  virtual void setLastError(RefPtr<ADMEvaluationError> error) = 0;
+  /// Records an error of category 2; a nil format (no data) reads "Unknown error".
+  virtual void setRuntimeErrorWithArguments(std::string_view format,
+                                            std::span<const FormatArgument> arguments) = 0;
+  virtual void clearErrors() = 0;
+
+  /// `setRuntimeError:` with the arguments written out.
+  template <typename... Arguments>
+  void setRuntimeError(std::string_view format, const Arguments&... arguments) {
+    if constexpr (sizeof...(Arguments) == 0) {
+      setRuntimeErrorWithArguments(format, {});
+    } else {
+      const FormatArgument list[] = {FormatArgument(arguments)...};
+      setRuntimeErrorWithArguments(format, list);
+    }
+  }
+
+ protected:
+  ~ADMEvaluationContext() = default;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,39 @@
+// A name in an expression, ready for dispatch.
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "runtime/Export.h"
+#include "runtime/Ref.h"
+#include "runtime/Selector.h"
+#include "runtime/String.h"
+
+namespace commandfilter {
+
+/// A name as written and the selector that it stands for, found once when an expression is
+/// compiled instead of at every evaluation.
+class COMMANDFILTER_EXPORT EvaluationName {
+ public:
+  /// The name of a value of a context or a service: the selector is spelled as the name. nil is a
+  /// name without text.
+  [[nodiscard]] static EvaluationName ofSymbol(RefPtr<String> name);
+  /// The name of a procedure: the selector is "execute%@Procedure:" with the name.
+  [[nodiscard]] static EvaluationName ofProcedure(RefPtr<String> name);
+
+  /// The name as written; nil when there is none.
+  [[nodiscard]] const RefPtr<String>& string() const noexcept { return string_; }
+  [[nodiscard]] std::string_view text() const noexcept { return textOf(string_.get()); }
+  /// None when no selector can be made from the name.
+  [[nodiscard]] const std::optional<Selector>& selector() const noexcept { return selector_; }
+
+ private:
+  EvaluationName(RefPtr<String> string, std::optional<Selector> selector)
+      : string_(std::move(string)), selector_(selector) {}
+
+  RefPtr<String> string_;
+  std::optional<Selector> selector_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,10 @@
+// The evaluation protocols as data.
+#include "evaluation/protocol/ADMArrayIteration.h"
+#include "evaluation/protocol/ADMEvaluationContext.h"
+
+namespace commandfilter {
+
+constinit const Protocol ADMEvaluationContext::kProtocol{"ADMEvaluationContext"};
+constinit const Protocol ADMArrayIteration::kProtocol{"ADMArrayIteration"};
+
+}  // namespace commandfilter

@@ -1,0 +1,34 @@
+#include "expression/ADMEvaluationItemBase.h"
+
+#include <string>
+
+#include "expression/ADMEvaluationStack.h"
+#include "expression/TreePrinter.h"
+#include "runtime/Cast.h"
+#include "runtime/Exception.h"
+
+namespace commandfilter {
+
+constinit const Class ADMEvaluationItemBase::kClass{.name = "ADMEvaluationItemBase",
+                                                    .base = &Object::kClass};
+
+Value ADMEvaluationItemBase::evaluate(ADMEvaluationContext& /*context*/) const {
+  throw Exception(std::string(classInfo().name) + ": unrecognized selector evaluate:");
+}
+
+bool ADMEvaluationItemBase::pushToStack(ADMEvaluationStack& stack) {
+  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  return true;
+}
+
+void ADMEvaluationItemBase::appendDescription(std::string& text, int /*level*/) const {
+  text.append(printedTree(*this));
+}
+
+Value evaluateItem(const Value& item, ADMEvaluationContext& context) {
+  const auto* evaluated = castTo<ADMEvaluationItemBase>(item);
+  if (evaluated == nullptr) throw Exception("an argument is no item of an expression");
+  return evaluated->evaluate(context);
+}
+
+}  // namespace commandfilter

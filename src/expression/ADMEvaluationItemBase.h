@@ -1,0 +1,61 @@
+// The base of every item of an expression.
+#pragma once
+
+#include "evaluation/protocol/ADMEvaluationContext.h"
+#include "evaluation/protocol/SourceRange.h"
+#include "expression/ItemType.h"
+#include "runtime/Class.h"
+#include "runtime/Export.h"
+#include "runtime/Object.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+class ADMEvaluationStack;
+class TreePrinter;
+
+/// An item: a literal, a reference, an operator or a call. Immutable once the compiler has linked
+/// it, so that one tree serves any number of evaluations and contexts.
+class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
+ public:
+  static const Class kClass;
+  static constexpr ObjectKind kObjectKind = ObjectKind::EvaluationItem;
+  using KindClass = ADMEvaluationItemBase;
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  /// The tree below the item, as an expression with all braces written out.
+  void appendDescription(std::string& text, int level) const override;
+
+  [[nodiscard]] ItemType type() const noexcept { return type_; }
+  /// The item's own token in the source; empty for what the compiler inserted.
+  [[nodiscard]] const SourceRange& sourceRange() const noexcept { return range_; }
+  void setSourceRange(const SourceRange& range) noexcept { range_ = range; }
+
+  /// The item's value; nil without an error when there is none, nil with an error on the context
+  /// when the evaluation failed.
+  /// @throws Exception for an item without a value of its own, when the tree is deeper than the
+  /// stack allows, and whatever services and plug-ins raise.
+  [[nodiscard]] virtual Value evaluate(ADMEvaluationContext& context) const;
+  /// Puts the item on the compiler's operand stack; an operator first takes its operands from it.
+  /// False when they are missing: then the operator is dropped.
+  virtual bool pushToStack(ADMEvaluationStack& stack);
+  /// Writes the item and what is below it; see TreePrinter.
+  virtual void print(TreePrinter& printer) const = 0;
+
+ protected:
+  explicit ADMEvaluationItemBase(ItemType type) noexcept
+      : Object(ObjectKind::EvaluationItem), type_(type) {}
+  ~ADMEvaluationItemBase() override = default;
+
+ private:
+  ItemType type_;
+  SourceRange range_;
+};
+
+/// Evaluates an element of an argument list.
+/// @throws Exception when it is no item.
+[[nodiscard]] COMMANDFILTER_EXPORT Value evaluateItem(const Value& item,
+                                                      ADMEvaluationContext& context);
+
+}  // namespace commandfilter

@@ -1,0 +1,298 @@
+#include "expression/ADMEvaluationLexer.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "expression/ADMEvaluationBinaryOperation.h"
+#include "expression/ADMEvaluationFeaturePath.h"
+#include "expression/ADMEvaluationGlobalConstant.h"
+#include "expression/ADMEvaluationGlobalValue.h"
+#include "expression/ADMEvaluationNonExecutable.h"
+#include "expression/ADMEvaluationNumber.h"
+#include "expression/ADMEvaluationOperatorProcedure.h"
+#include "expression/ADMEvaluationProcedure.h"
+#include "expression/ADMEvaluationSelector.h"
+#include "expression/ADMEvaluationString.h"
+#include "expression/ADMEvaluationUnaryOperation.h"
+#include "expression/LexicalClasses.h"
+#include "expression/Operators.h"
+#include "runtime/Text.h"
+
+namespace commandfilter {
+
+namespace {
+
+Ref<ADMEvaluationItemBase> itemOfOperator(const Operator& row) {
+  if (row.perform == nullptr) return ADMEvaluationUnaryOperation::itemWithOperationType(row.type);
+  return ADMEvaluationBinaryOperation::itemWithOperationType(row.type);
+}
+
+}  // namespace
+
+constinit const Class ADMEvaluationLexer::kClass{.name = "ADMEvaluationLexer",
+                                                 .base = &Object::kClass};
+
+ADMEvaluationLexer::ADMEvaluationLexer(Ref<String> expression, Ref<ADMEvaluationContext> context)
+    : expressionString_(std::move(expression)),
+      units_(expressionString_->view()),
+      context_(std::move(context)) {}
+
+Ref<ADMEvaluationLexer> ADMEvaluationLexer::initWithExpressionString_evaluationContext(
+    Ref<String> expression, Ref<ADMEvaluationContext> context) {
+  return make<ADMEvaluationLexer>(std::move(expression), std::move(context));
+}
+
+template <typename... Arguments>
+std::nullptr_t ADMEvaluationLexer::fail(std::string_view format, const Arguments&... arguments) {
+  Ref<ADMEvaluationError> error = ADMEvaluationError::errorWithCategory_descriptionFormat(
+      ErrorCategory::Lexical, format, arguments...);
+  // The last unit read; behind the text when that was its end.
+  error->noteSourceRange({currentPosition_ - 1, currentPosition_});
+  context_->setLastError(std::move(error));
+  return nullptr;
+}
+
+char16_t ADMEvaluationLexer::nextChar() noexcept {
+  if (currentPosition_ < units_.length()) return units_[currentPosition_++];
+  if (currentPosition_ == units_.length()) ++currentPosition_;
+  return 0;
+}
+
+void ADMEvaluationLexer::putCharBack() noexcept {
+  if (currentPosition_ >= 1 && currentPosition_ <= units_.length()) --currentPosition_;
+}
+
+void ADMEvaluationLexer::skipWhitespaces() noexcept {
+  while (currentPosition_ < units_.length() && isBlankUnit(units_[currentPosition_])) {
+    ++currentPosition_;
+  }
+}
+
+void ADMEvaluationLexer::applyTerminator(char16_t unit) noexcept {
+  if (!isBlankUnit(unit)) putCharBack();
+}
+
+template <typename Belongs>
+std::size_t ADMEvaluationLexer::readWhile(Belongs&& belongs) noexcept {
+  char16_t unit = nextChar();
+  while (unit != 0 && belongs(unit)) unit = nextChar();
+  const std::size_t end = currentPosition_ - 1;
+  applyTerminator(unit);
+  return end;
+}
+
+std::size_t ADMEvaluationLexer::readTo(char16_t closing) noexcept {
+  const std::size_t end = units_.findOrNull(closing, currentPosition_);
+  currentPosition_ = end + 1;
+  return end;
+}
+
+bool ADMEvaluationLexer::endsWith(std::size_t end, char16_t closing) const noexcept {
+  return end < units_.length() && units_[end] == closing;
+}
+
+Ref<String> ADMEvaluationLexer::stringBetween(std::size_t begin, std::size_t end) const {
+  return make<String>(units_.substring(begin, end));
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
+  skipWhitespaces();
+  const std::size_t begin = currentPosition_;
+  RefPtr<ADMEvaluationItemBase> item = readItem();
+  if (!item) return nullptr;
+  std::size_t end = std::min(currentPosition_, units_.length());
+  while (end > begin + 1 && isBlankUnit(units_[end - 1])) --end;
+  item->setSourceRange({begin, end});
+  previousType_ = item->type();
+  return item;
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readItem() {
+  const char16_t unit = nextChar();
+  bool selected = true;
+  RefPtr<ADMEvaluationItemBase> item = readSymbol(unit, selected);
+  if (selected) return item;
+  if (isDigitUnit(unit) || unit == u'-') {
+    putCharBack();
+    return readNumber();
+  }
+  if (isLetterUnit(unit)) {
+    putCharBack();
+    return readOperator();
+  }
+  return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
+}
+
+// The item that a symbol begins; `selected` becomes false when the unit begins none.
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readSymbol(char16_t unit, bool& selected) {
+  switch (unit) {
+    case 0:
+      return nullptr;
+    case u'!':
+      return readNotOrUnequal();
+    case u'"': {
+      RefPtr<String> text = readString();
+      if (!text) return nullptr;
+      return ADMEvaluationString::itemWithString(std::move(text));
+    }
+    case u'$':
+      return ADMEvaluationGlobalConstant::itemWithName(readStandardIdentifier());
+    case u'(':
+      return ADMEvaluationNonExecutable::itemWithItemType(ItemType::OpeningBrace);
+    case u')':
+      return ADMEvaluationNonExecutable::itemWithItemType(ItemType::ClosingBrace);
+    case u'@':
+      return ADMEvaluationSelector::itemWithSelectorName(readSelector());
+    case u'[':
+      return ADMEvaluationGlobalValue::itemWithName(readGlobalName());
+    case u'_':
+      return readProcedure();
+    case u'{': {
+      RefPtr<Array> path = readIdentifiersPath();
+      if (!path) return nullptr;
+      return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(Ref<Array>(*path));
+    }
+    case u'&':
+    case u'+':
+    case u',':
+    case u'=':
+    case u'|':
+    case u'~': {
+      const char symbol = static_cast<char>(unit);
+      return itemOfOperator(*operatorOfSymbol({&symbol, 1}));
+    }
+    default:
+      selected = false;
+      return nullptr;
+  }
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNotOrUnequal() {
+  skipWhitespaces();
+  if (nextChar() == u'=') return itemOfOperator(*operatorOfSymbol("!="));
+  putCharBack();
+  return itemOfOperator(*operatorOfSymbol("!"));
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readProcedure() {
+  Ref<String> name = readStandardIdentifier();
+  if (isOperand(previousType_) || previousType_ == ItemType::ClosingBrace) {
+    return ADMEvaluationOperatorProcedure::itemWithProcedureName(std::move(name));
+  }
+  return ADMEvaluationProcedure::itemWithProcedureName(std::move(name));
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNumber() {
+  std::size_t start = currentPosition_;
+  char16_t unit = nextChar();
+  const bool negative = unit == u'-';
+  if (negative) {
+    ++start;
+    unit = nextChar();
+  }
+  int base = 10;
+  if (unit == u'0') {
+    unit = nextChar();
+    if (unit == u'x') {
+      unit = nextChar();
+      base = 16;
+      start += 2;
+    }
+  }
+  while (base == 16 ? isHexDigitUnit(unit) : isDigitUnit(unit)) unit = nextChar();
+  const std::size_t end = currentPosition_ - 1;
+  if (end == start) {
+    return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
+  }
+  applyTerminator(unit);
+  return ADMEvaluationNumber::itemWithNumber(numberBetween(start, end, base, negative));
+}
+
+Number ADMEvaluationLexer::numberBetween(std::size_t begin, std::size_t end, int base,
+                                         bool negative) const {
+  constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
+  std::int64_t value = 0;
+  for (std::size_t i = begin; i < end; ++i) {
+    const char16_t unit = units_[i];
+    const int digit = isDigitUnit(unit) ? unit - u'0' : (unit | 0x20) - u'a' + 10;
+    // A literal that is too large stops at the limit, and takes its sign from there.
+    if (value > (kLimit - digit) / base) {
+      value = kLimit;
+      break;
+    }
+    value = value * base + digit;
+  }
+  return Number::integer(negative ? -value : value);
+}
+
+RefPtr<String> ADMEvaluationLexer::readString() {
+  const std::size_t begin = currentPosition_;
+  const std::size_t end = readTo(u'"');
+  if (!endsWith(end, u'"')) return fail("String parsing error at %d", currentPosition_);
+  return stringBetween(begin, end);
+}
+
+Ref<String> ADMEvaluationLexer::readGlobalName() {
+  const std::size_t begin = currentPosition_;
+  return stringBetween(begin, readTo(u']'));
+}
+
+Ref<String> ADMEvaluationLexer::readStandardIdentifier() {
+  const std::size_t begin = currentPosition_;
+  return stringBetween(begin, readWhile(isNameUnit));
+}
+
+Ref<String> ADMEvaluationLexer::readSelector() {
+  const std::size_t begin = currentPosition_;
+  return stringBetween(begin,
+                       readWhile([](char16_t unit) { return unit == u':' || isNameUnit(unit); }));
+}
+
+RefPtr<Array> ADMEvaluationLexer::readIdentifiersPath() {
+  const auto trimmedBetween = [this](std::size_t begin, std::size_t end) {
+    return String::create(std::string(trimmed(units_.substring(begin, end))));
+  };
+  std::vector<Value> components;
+  std::size_t begin = currentPosition_;
+  std::size_t end = readTo(u'}');
+  if (!endsWith(end, u'}')) return nullptr;
+  components.emplace_back(trimmedBetween(begin, end));
+  char16_t unit = nextChar();
+  RefPtr<String> key;
+  if (unit == u'[') {
+    begin = currentPosition_;
+    end = readTo(u']');
+    if (!endsWith(end, u']')) return nullptr;
+    key = trimmedBetween(begin, end);
+    unit = nextChar();
+  }
+  if (unit == u'.') {
+    begin = currentPosition_;
+    end = readWhile([](char16_t c) { return c == u'.' || isNameUnit(c); });
+    const std::size_t first = begin;
+    for (std::size_t at = begin; first != end && at <= end; ++at) {
+      if (at != end && units_[at] != u'.') continue;
+      components.emplace_back(stringBetween(begin, at));
+      begin = at + 1;
+    }
+  } else {
+    applyTerminator(unit);
+  }
+  if (key) components.emplace_back(key);
+  return Array::create(std::move(components));
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readOperator() {
+  const std::size_t begin = currentPosition_;
+  const std::size_t end = readWhile(isLetterUnit);
+  if (const Operator* row = operatorOfWord(lowercase(units_.substring(begin, end)))) {
+    return itemOfOperator(*row);
+  }
+  return fail("Incorrect operator at %d", currentPosition_);
+}
+
+}  // namespace commandfilter

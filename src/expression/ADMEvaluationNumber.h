@@ -1,0 +1,39 @@
+// A number in an expression.
+#pragma once
+
+#include <utility>
+
+#include "expression/ADMEvaluationItemBase.h"
+#include "runtime/Class.h"
+#include "runtime/Export.h"
+#include "runtime/Number.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// An integer literal.
+class COMMANDFILTER_EXPORT ADMEvaluationNumber final : public ADMEvaluationItemBase {
+ public:
+  static const Class kClass;
+
+  [[nodiscard]] static Ref<ADMEvaluationNumber> itemWithNumber(const Number& number);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  [[nodiscard]] const Number& number() const noexcept { return number_; }
+
+  [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
+  void print(TreePrinter& printer) const override;
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  explicit ADMEvaluationNumber(const Number& number)
+      : ADMEvaluationItemBase(ItemType::Number), number_(number) {}
+  ~ADMEvaluationNumber() override = default;
+
+  Number number_;
+};
+
+}  // namespace commandfilter

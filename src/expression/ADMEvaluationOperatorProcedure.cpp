@@ -1,0 +1,50 @@
+#include "expression/ADMEvaluationOperatorProcedure.h"
+
+#include <utility>
+
+#include "expression/ADMItemsList.h"
+#include "expression/EvaluationFailure.h"
+#include "expression/ProcedureCall.h"
+#include "expression/TreePrinter.h"
+
+namespace commandfilter {
+
+constinit const Class ADMEvaluationOperatorProcedure::kClass{
+    .name = "ADMEvaluationOperatorProcedure", .base = &ADMEvaluationBinaryOperationBase::kClass};
+
+ADMEvaluationOperatorProcedure::ADMEvaluationOperatorProcedure(Ref<String> name)
+    : ADMEvaluationBinaryOperationBase(ItemType::ProcedureCall),
+      name_(EvaluationName::ofProcedure(std::move(name))) {}
+
+Ref<ADMEvaluationOperatorProcedure> ADMEvaluationOperatorProcedure::itemWithProcedureName(
+    Ref<String> name) {
+  return make<ADMEvaluationOperatorProcedure>(std::move(name));
+}
+
+RefPtr<Array> ADMEvaluationOperatorProcedure::collectArguments(
+    ADMEvaluationContext& context) const {
+  const Ref<ADMItemsList> list = ADMItemsList::listWithItem(Value::sharing(leftOperand()));
+  const ADMEvaluationItemBase* right = rightOperand();
+  if (right != nullptr && right->type() == ItemType::MakeList) {
+    list->appendItem(right->evaluate(context));
+  } else if (right == nullptr || right->type() != ItemType::EmptyArguments) {
+    list->appendItem(Value::sharing(right));
+  }
+  return list->items();
+}
+
+Value ADMEvaluationOperatorProcedure::evaluate(ADMEvaluationContext& context) const {
+  const ADMEvaluationItemBase* left = leftOperand();
+  if (left != nullptr && left->type() == ItemType::MakeList) {
+    return fail(*this, context, ErrorCategory::Structural, "Applying member proc to the list");
+  }
+  if (left != nullptr && left->type() == ItemType::EmptyArguments) return {};
+  if (!arguments_) arguments_ = collectArguments(context);
+  return callProcedure(*this, context, name_, arguments_.get());
+}
+
+void ADMEvaluationOperatorProcedure::print(TreePrinter& printer) const {
+  printer.appendMemberCall(*this, name_.text());
+}
+
+}  // namespace commandfilter

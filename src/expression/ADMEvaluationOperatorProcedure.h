@@ -1,0 +1,43 @@
+// Procedure calls in member form.
+#pragma once
+
+#include "evaluation/protocol/EvaluationName.h"
+#include "expression/ADMEvaluationBinaryOperationBase.h"
+#include "runtime/Array.h"
+#include "runtime/Class.h"
+#include "runtime/Export.h"
+#include "runtime/Ref.h"
+#include "runtime/String.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// x _Name y, x _Name(a, b) or x _Name(): the left operand is the first argument.
+class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
+    : public ADMEvaluationBinaryOperationBase {
+ public:
+  static const Class kClass;
+
+  /// The name is without the leading "_".
+  [[nodiscard]] static Ref<ADMEvaluationOperatorProcedure> itemWithProcedureName(Ref<String> name);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
+  [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
+  void print(TreePrinter& printer) const override;
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  explicit ADMEvaluationOperatorProcedure(Ref<String> name);
+  ~ADMEvaluationOperatorProcedure() override = default;
+
+  [[nodiscard]] RefPtr<Array> collectArguments(ADMEvaluationContext& context) const;
+
+  EvaluationName name_;
+  // The same items at every call, gathered at the first.
+  mutable RefPtr<Array> arguments_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,42 @@
+// Procedure calls in prefix form.
+#pragma once
+
+#include "evaluation/protocol/EvaluationName.h"
+#include "expression/ADMEvaluationUnaryOperationBase.h"
+#include "runtime/Array.h"
+#include "runtime/Class.h"
+#include "runtime/Export.h"
+#include "runtime/Ref.h"
+#include "runtime/String.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// _Name x, _Name(a, b) or _Name(): hands the unevaluated items to the context's procedure.
+class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUnaryOperationBase {
+ public:
+  static const Class kClass;
+
+  /// The name is without the leading "_".
+  [[nodiscard]] static Ref<ADMEvaluationProcedure> itemWithProcedureName(Ref<String> name);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
+  [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
+  void print(TreePrinter& printer) const override;
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  explicit ADMEvaluationProcedure(Ref<String> name);
+  ~ADMEvaluationProcedure() override = default;
+
+  [[nodiscard]] RefPtr<Array> collectArguments(ADMEvaluationContext& context) const;
+
+  EvaluationName name_;
+  // The same items at every call, gathered at the first.
+  mutable RefPtr<Array> arguments_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,22 @@
+#include "expression/ADMEvaluationSelector.h"
+
+#include "expression/TreePrinter.h"
+
+namespace commandfilter {
+
+constinit const Class ADMEvaluationSelector::kClass{.name = "ADMEvaluationSelector",
+                                                    .base = &ADMEvaluationItemBase::kClass};
+
+Ref<ADMEvaluationSelector> ADMEvaluationSelector::itemWithSelectorName(Ref<String> selectorName) {
+  return make<ADMEvaluationSelector>(std::move(selectorName));
+}
+
+Value ADMEvaluationSelector::evaluate(ADMEvaluationContext& context) const {
+  return context.processSelector(name_);
+}
+
+void ADMEvaluationSelector::print(TreePrinter& printer) const {
+  printer.append("@").append(name_.text());
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,49 @@
+// The stacks of the compiler.
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "expression/ADMEvaluationItemBase.h"
+#include "runtime/Class.h"
+#include "runtime/Export.h"
+#include "runtime/Object.h"
+#include "runtime/Ref.h"
+
+namespace commandfilter {
+
+/// A stack of items.
+class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
+ public:
+  static const Class kClass;
+
+  [[nodiscard]] static Ref<ADMEvaluationStack> create();
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  /// "Stack: " and the elements as an array.
+  void appendDescription(std::string& text, int level) const override;
+
+  [[nodiscard]] bool empty() const noexcept { return elements_.empty(); }
+  /// The top, which stays alive with the result; nil when the stack is empty.
+  [[nodiscard]] RefPtr<ADMEvaluationItemBase> top() const noexcept;
+  /// Removes the top; does nothing on an empty stack.
+  void pop() noexcept;
+  /// The top, removed; nil when the stack is empty.
+  [[nodiscard]] RefPtr<ADMEvaluationItemBase> take() noexcept;
+  /// Puts an item on top; nil is ignored.
+  void push(RefPtr<ADMEvaluationItemBase> item);
+  /// Lets the item put itself on top, operators with what they take from the stack as operands.
+  /// False for nil and for an operator whose operands are missing.
+  bool pushWithSubtreeCreation(const RefPtr<ADMEvaluationItemBase>& item);
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  ADMEvaluationStack() = default;
+  ~ADMEvaluationStack() override = default;
+
+  std::vector<Ref<ADMEvaluationItemBase>> elements_;
+};
+
+}  // namespace commandfilter

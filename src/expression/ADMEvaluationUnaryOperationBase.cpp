@@ -1,0 +1,23 @@
+#include "expression/ADMEvaluationUnaryOperationBase.h"
+
+#include <utility>
+
+#include "expression/ADMEvaluationStack.h"
+
+namespace commandfilter {
+
+constinit const Class ADMEvaluationUnaryOperationBase::kClass{
+    .name = "ADMEvaluationUnaryOperationBase", .base = &ADMEvaluationItemBase::kClass};
+
+void ADMEvaluationUnaryOperationBase::setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept {
+  operand_ = std::move(operand);
+}
+
+bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
+  RefPtr<ADMEvaluationItemBase> operand = stack.take();
+  if (!operand) return false;
+  setOperand(std::move(operand));
+  return ADMEvaluationItemBase::pushToStack(stack);
+}
+
+}  // namespace commandfilter

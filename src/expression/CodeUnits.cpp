@@ -1,0 +1,63 @@
+#include "expression/CodeUnits.h"
+
+#include <algorithm>
+
+#include "runtime/UTF8.h"
+
+namespace commandfilter {
+
+namespace {
+
+constexpr char32_t kSupplementary = 0x10000;
+constexpr char32_t kLead = 0xD800;
+constexpr char32_t kTrail = 0xDC00;
+
+bool isLead(char16_t unit) noexcept { return unit >= kLead && unit < kTrail; }
+bool isTrail(char16_t unit) noexcept { return unit >= kTrail && unit < 0xE000; }
+
+}  // namespace
+
+CodeUnits::CodeUnits(std::string_view text) : text_(text), length_(text.size()) {
+  if (isASCII(text)) return;
+  wide_.reserve(text.size());
+  for (std::size_t offset = 0; offset < text.size();) {
+    const char32_t c = nextCodePoint(text, offset);
+    if (c < kSupplementary) {
+      wide_.push_back(static_cast<char16_t>(c));
+    } else {
+      wide_.push_back(static_cast<char16_t>(kLead + ((c - kSupplementary) >> 10U)));
+      wide_.push_back(static_cast<char16_t>(kTrail + ((c - kSupplementary) & 0x3FFU)));
+    }
+  }
+  length_ = wide_.size();
+}
+
+std::size_t CodeUnits::findOrNull(char16_t unit, std::size_t start) const noexcept {
+  if (start >= length_) return length_;
+  if (wide_.empty()) {
+    const std::string_view rest = text_.substr(start);
+    const std::string_view head = rest.substr(0, rest.find(static_cast<char>(unit)));
+    return start + std::min(head.find('\0'), head.size());
+  }
+  std::size_t offset = start;
+  while (offset < length_ && wide_[offset] != unit && wide_[offset] != 0) ++offset;
+  return offset;
+}
+
+std::string CodeUnits::substring(std::size_t begin, std::size_t end) const {
+  if (wide_.empty()) return std::string(text_.substr(begin, end - begin));
+  std::string text;
+  text.reserve(end - begin);
+  for (std::size_t i = begin; i < end; ++i) {
+    const char16_t unit = wide_[i];
+    if (isLead(unit) && i + 1 < end && isTrail(wide_[i + 1])) {
+      const char32_t above = (static_cast<char32_t>(unit) - kLead) << 10U;
+      appendCodePoint(text, kSupplementary + above + (wide_[++i] - kTrail));
+    } else {
+      appendCodePoint(text, unit);
+    }
+  }
+  return text;
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,34 @@
+// A text as 16-bit code units.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "runtime/Export.h"
+
+namespace commandfilter {
+
+/// Shows well-formed UTF-8 as 16-bit code units. ASCII text is used where it stands; any other is
+/// converted once. The text must outlive this.
+class COMMANDFILTER_EXPORT CodeUnits {
+ public:
+  explicit CodeUnits(std::string_view text);
+
+  [[nodiscard]] std::size_t length() const noexcept { return length_; }
+  [[nodiscard]] char16_t operator[](std::size_t index) const noexcept {
+    return wide_.empty() ? static_cast<unsigned char>(text_[index]) : wide_[index];
+  }
+  /// The offset of the first unit at or after `start` that is `unit` or 0; the length when there is
+  /// none.
+  [[nodiscard]] std::size_t findOrNull(char16_t unit, std::size_t start) const noexcept;
+  /// The units from `begin` up to `end` as UTF-8.
+  [[nodiscard]] std::string substring(std::size_t begin, std::size_t end) const;
+
+ private:
+  std::string_view text_;
+  std::u16string wide_;
+  std::size_t length_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,39 @@
+// The operators of the language: code, spellings and what evaluates them, in one table.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "expression/ADMEvaluationBinaryOperation.h"
+#include "expression/ItemType.h"
+
+namespace commandfilter {
+
+/// A row of the table.
+struct Operator {
+  /// The code, which is the precedence.
+  ItemType type;
+  /// The symbol, empty when there is none.
+  std::string_view symbol;
+  /// The words, empty where there are fewer; written in any case.
+  std::array<std::string_view, 2> words;
+  /// The operation; nullptr for the operator with one operand, which is an item of its own.
+  Value (ADMEvaluationBinaryOperation::*perform)(ADMEvaluationContext& context) const;
+};
+
+/// All operators but the procedure call, lowest precedence first.
+[[nodiscard]] COMMANDFILTER_EXPORT std::span<const Operator> operators() noexcept;
+
+/// The row of a code; nullptr when the code is no operator's.
+[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfType(ItemType type) noexcept;
+
+/// The row that has the word, given in lower case; nullptr when none has.
+[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfWord(std::string_view word) noexcept;
+
+/// The row that has the symbol; nullptr when none has.
+[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfSymbol(
+    std::string_view symbol) noexcept;
+
+}  // namespace commandfilter
