@@ -38,7 +38,7 @@ class Compilation {
 
   // Errors that the lexer recorded know their place but not their expression.
   void noteExpression() const {
-    if (ADMEvaluationError* error = context_->lastError()) error->noteExpression(expression_);
+    if (ADMEvaluationError* error = context_->recordedError()) error->noteExpression(expression_);
   }
 
  private:
@@ -135,12 +135,14 @@ void ADMEvaluationProcessor::compileExpression(const Ref<String>& expression) {
   compilation.noteExpression();
 }
 
-Value ADMEvaluationProcessor::execute() const {
+Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
   if (!rootItem_) return {};
-  Value result = rootItem_->evaluate(*context_);
+  Value result = rootItem_->evaluate(context);
   if (result.isNil()) {
     // Only now it is known which expression the place of an error belongs to.
-    if (ADMEvaluationError* error = context_->lastError()) error->noteExpression(expressionString_);
+    if (ADMEvaluationError* error = context.recordedError()) {
+      error->noteExpression(expressionString_);
+    }
   }
   return result;
 }

@@ -29,7 +29,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcessor final : public Object {
   /// Evaluates the whole tree; nil when there is none.
   /// @throws Exception whatever services and plug-ins raise, and for a tree deeper than the stack
   /// allows.
-  [[nodiscard]] Value execute() const;
+  [[nodiscard]] Value execute() const { return executeWithContext(*context_); }
+  /// Evaluates the tree against another context.
+  /// @throws Exception as `execute` does.
+  [[nodiscard]] Value executeWithContext(ADMEvaluationContext& context) const;
 
   /// The root of the tree; nil when the expression did not compile. Borrowed.
   [[nodiscard]] const ADMEvaluationItemBase* rootItem() const noexcept { return rootItem_.get(); }

@@ -16,7 +16,7 @@ namespace commandfilter {
   StackGuard::check();
   Value result = context.executeProcedure_withArguments(name, arguments);
   if (result.isNil()) {
-    if (ADMEvaluationError* error = context.lastError()) error->noteSourceRange(item.sourceRange());
+    if (ADMEvaluationError* error = context.recordedError()) error->noteSourceRange(item.sourceRange());
   }
   return result;
 }

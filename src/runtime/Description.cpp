@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "runtime/Cast.h"
+#include "runtime/Exception.h"
 #include "runtime/UTF8.h"
 
 namespace commandfilter {
@@ -51,6 +52,8 @@ Ref<String> describe(const Value& value) {
 }
 
 void appendIndentation(std::string& text, int level) {
+  // The blanks of a chain of collections grow with the square of its length.
+  if (level > kDescriptionDepth) throw Exception("nested too deeply");
   constexpr int kBlanks = 4;
   text.append(static_cast<std::size_t>(level) * kBlanks, ' ');
 }

@@ -11,10 +11,13 @@
 
 namespace commandfilter {
 
+/// How many collections inside each other a description may show.
+inline constexpr int kDescriptionDepth = 1024;
+
 /// Appends the text of a value: nil as `(null)`, the null object as `<null>`, a number's digits, a
 /// string itself, a collection in the old property-list form. `level` is how many collections the
 /// value stands in.
-/// @throws Exception when the value is nested deeper than the stack allows.
+/// @throws Exception when the value is nested deeper than kDescriptionDepth or the stack allows.
 COMMANDFILTER_EXPORT void appendDescription(std::string& text, const Value& value, int level = 0);
 
 /// The text of a value.
@@ -23,6 +26,7 @@ COMMANDFILTER_EXPORT void appendDescription(std::string& text, const Value& valu
 [[nodiscard]] COMMANDFILTER_EXPORT Ref<String> describe(const Value& value);
 
 /// Appends the blanks that begin a line inside `level` collections.
+/// @throws Exception when these are more than kDescriptionDepth.
 COMMANDFILTER_EXPORT void appendIndentation(std::string& text, int level);
 /// Appends a string as it stands inside a collection: in double quotes with escapes, unless it is
 /// made only of A-Z a-z 0-9 _ $ / : and full stop and is not empty.

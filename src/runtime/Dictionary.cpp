@@ -23,7 +23,13 @@ using Index = std::vector<std::uint32_t>;
 constexpr std::size_t kScanned = 8;
 constexpr std::uint32_t kFree = UINT32_MAX;
 constexpr std::size_t kAbsent = SIZE_MAX;
-const Value kNil;
+constexpr Value kNil;
+
+// Hashes of numbers and addresses differ in few bits; all of them take part in the choice.
+std::size_t firstSlot(std::size_t hash, std::size_t mask) {
+  constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
+  return static_cast<std::size_t>(((hash ^ (hash >> 32U)) * kGoldenRatio) >> 32U) & mask;
+}
 
 // The place of the entry that `matches`, in the scan or along the table's probe sequence.
 template <typename Matches>
@@ -35,7 +41,7 @@ std::size_t find(const Entries& entries, const Index& index, std::size_t hash, M
     return kAbsent;
   }
   const std::size_t mask = index.size() - 1;
-  for (std::size_t slot = hash & mask; index[slot] != kFree; slot = (slot + 1) & mask) {
+  for (std::size_t slot = firstSlot(hash, mask); index[slot] != kFree; slot = (slot + 1) & mask) {
     const std::size_t place = index[slot];
     if (entries[place].hash == hash && matches(entries[place].key)) return place;
   }
@@ -58,7 +64,7 @@ std::size_t find(const Entries& entries, const Index& index, std::string_view ke
 // Enters the place of an entry along the probe sequence of its hash.
 void enter(Index& index, std::size_t hash, std::size_t place) {
   const std::size_t mask = index.size() - 1;
-  std::size_t slot = hash & mask;
+  std::size_t slot = firstSlot(hash, mask);
   while (index[slot] != kFree) slot = (slot + 1) & mask;
   index[slot] = static_cast<std::uint32_t>(place);
 }
@@ -148,6 +154,17 @@ void DictionaryBuilder::set(Value key, Value value) {
 
 void DictionaryBuilder::set(std::string_view key, Value value) {
   set(Value(String::create(std::string(key))), std::move(value));
+}
+
+const Value& DictionaryBuilder::objectForKey(const Value& key) const {
+  if (entries_.empty() || key.isNil()) return kNil;
+  const std::size_t place = find(entries_, index_, key, hashOf(key));
+  return place != kAbsent ? entries_[place].value : kNil;
+}
+
+void DictionaryBuilder::clear() noexcept {
+  entries_.clear();
+  index_.clear();
 }
 
 Ref<Dictionary> DictionaryBuilder::build() {

@@ -71,7 +71,11 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   void set(Value key, Value value);
   /// Sets the value for a string key.
   void set(std::string_view key, Value value);
+  /// The value set for a key, borrowed until the next change; nil when there is none.
+  [[nodiscard]] const Value& objectForKey(const Value& key) const;
   [[nodiscard]] std::size_t count() const noexcept { return entries_.size(); }
+  /// Removes all entries.
+  void clear() noexcept;
 
   /// The dictionary; the builder is empty afterwards.
   [[nodiscard]] Ref<Dictionary> build();

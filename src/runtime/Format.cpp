@@ -77,11 +77,7 @@ void appendC(std::string& text, const std::string& specification, T argument) {
 }
 
 std::optional<Number> numberOf(const FormatArgument& argument) {
-  const auto& content = argument.content();
-  if (const auto* integer = std::get_if<std::int64_t>(&content)) return Number::integer(*integer);
-  if (const auto* natural = std::get_if<std::uint64_t>(&content)) return Number::integer(*natural);
-  if (const auto* real = std::get_if<double>(&content)) return Number::real(*real);
-  const auto* value = std::get_if<Value>(&content);
+  const auto* value = std::get_if<Value>(&argument.content());
   if (value != nullptr && value->isNumber()) return value->number();
   return std::nullopt;
 }
@@ -105,12 +101,9 @@ bool appendObject(std::string& text, const FormatArgument& argument) {
     appendDescription(text, *value);
     return true;
   }
-  if (const auto* string = std::get_if<std::string_view>(&content)) {
-    if (!isUTF8(*string)) return false;
-    text.append(*string);
-    return true;
-  }
-  numberOf(argument)->appendDescription(text);
+  const std::string_view string = std::get<std::string_view>(content);
+  if (!isUTF8(string)) return false;
+  text.append(string);
   return true;
 }
 
@@ -148,9 +141,11 @@ bool appendConverted(std::string& text, const Conversion& conversion,
     case 'x':
     case 'X':
     case 'o': {
-      // A negative number shows the bits of its own width.
+      // A negative number shows the bits that it has in C: those of 32, unless it needs 64.
       std::uint64_t bits = number->unsignedLongValue();
-      if (number->encoding() == 'i') bits = number->unsignedIntValue();
+      if (std::string_view("csi").find(number->encoding()) != std::string_view::npos) {
+        bits = number->unsignedIntValue();
+      }
       appendC(text, '%' + conversion.flags + 'j' + conversion.letter,
               static_cast<std::uintmax_t>(bits));
       return true;

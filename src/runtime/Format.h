@@ -2,11 +2,9 @@
 #pragma once
 
 #include <concepts>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <variant>
 
 #include "runtime/Export.h"
@@ -31,16 +29,10 @@ class FormatArgument {
   FormatArgument(const Object* object) : FormatArgument(Value::sharing(object)) {}   // NOLINT
   FormatArgument(const Object& object) : FormatArgument(Value::sharing(&object)) {}  // NOLINT
   template <std::integral T>
-  FormatArgument(T integer) {  // NOLINT: made in argument lists
-    if constexpr (std::is_signed_v<T>) {
-      content_ = static_cast<std::int64_t>(integer);
-    } else {
-      content_ = static_cast<std::uint64_t>(integer);
-    }
-  }
+  FormatArgument(T integer) : FormatArgument(Number::integer(integer)) {}  // NOLINT
   template <std::floating_point T>
-  FormatArgument(T real) : content_(static_cast<double>(real)) {}  // NOLINT
-  FormatArgument(const char* text) {                               // NOLINT
+  FormatArgument(T real) : FormatArgument(Number::real(static_cast<double>(real))) {}  // NOLINT
+  FormatArgument(const char* text) {                                                   // NOLINT
     if (text != nullptr) {
       content_ = std::string_view(text);
     } else {
@@ -50,7 +42,7 @@ class FormatArgument {
   FormatArgument(std::string_view text) : content_(text) {}                      // NOLINT
   FormatArgument(const std::string& text) : content_(std::string_view(text)) {}  // NOLINT
 
-  using Content = std::variant<Value, std::int64_t, std::uint64_t, double, std::string_view>;
+  using Content = std::variant<Value, std::string_view>;
   [[nodiscard]] const Content& content() const noexcept { return content_; }
 
  private:

@@ -9,13 +9,18 @@ namespace {
 
 constexpr std::size_t kHiddenArguments = 2;
 
+std::size_t argumentCountOf(const MethodSignature& signature) {
+  if (!signature) throw Exception("an invocation needs the signature of a method");
+  return signature.numberOfArguments() - kHiddenArguments;
+}
+
 }  // namespace
 
 Invocation::Invocation(MethodSignature signature, Value target, Selector selector)
     : signature_(signature),
       target_(std::move(target)),
       selector_(selector),
-      arguments_(signature.numberOfArguments() - kHiddenArguments) {}
+      arguments_(argumentCountOf(signature)) {}
 
 const Value& Invocation::argumentAtIndex(std::size_t index) const {
   if (index < kHiddenArguments || index - kHiddenArguments >= arguments_.size()) {

@@ -16,6 +16,7 @@ namespace commandfilter {
 class COMMANDFILTER_EXPORT Invocation {
  public:
   /// All arguments are nil until set.
+  /// @throws Exception for the empty signature.
   Invocation(MethodSignature signature, Value target, Selector selector);
 
   [[nodiscard]] const MethodSignature& methodSignature() const noexcept { return signature_; }

@@ -82,6 +82,10 @@ template <typename Result, typename T, typename... Arguments>
 struct InstanceFunction<Result (*)(T&, Arguments...)> : Signature<Result, Arguments...> {
   using Receiver = std::remove_const_t<T>;
 };
+template <typename Result, typename T, typename... Arguments>
+struct InstanceFunction<Result (*)(T&, Arguments...) noexcept> : Signature<Result, Arguments...> {
+  using Receiver = std::remove_const_t<T>;
+};
 
 /// A class method or initialiser is a plain function.
 template <typename Function>

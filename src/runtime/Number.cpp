@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <limits>
 
@@ -122,8 +121,11 @@ std::size_t Number::hash() const noexcept {
 void Number::appendDescription(std::string& text) const {
   char digits[32];
   if (isReal()) {
-    const int length = std::snprintf(digits, sizeof digits, "%0.16g", real_);
-    text.append(digits, static_cast<std::size_t>(length));
+    // What C's "%0.16g" writes, but never with the decimal comma of a locale.
+    constexpr int kPrecision = 16;
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), real_,
+                                   std::chars_format::general, kPrecision);
+    text.append(digits, end.ptr);
     return;
   }
   const auto end = encoding_ == 'Q' ? std::to_chars(std::begin(digits), std::end(digits), unsigned_)

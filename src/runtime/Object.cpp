@@ -44,16 +44,21 @@ void Object::destroy() const noexcept {
     destruction.waiting = this;
     return;
   }
+  const auto destroyNow = [](const Object* object) {
+    LiveObjects::died(*object);
+    delete object;  // NOLINT(cppcoreguidelines-owning-memory): the last reference is gone
+  };
   ++destruction.depth;
-  LiveObjects::died(*this);
-  delete this;  // NOLINT(cppcoreguidelines-owning-memory): the last reference is gone
-  if (--destruction.depth == 0) {
+  destroyNow(this);
+  if (destruction.depth == 1) {
+    // Still counted as one destruction, so that what waits is destroyed here and nowhere deeper.
     while (const Object* next = destruction.waiting) {
       destruction.waiting = next->state_.nextToDestroy;
       next->state_.alive.count = 0;
-      next->destroy();
+      destroyNow(next);
     }
   }
+  --destruction.depth;
 }
 
 bool Object::isEqual(const Value& other) const { return other.object() == this; }

@@ -279,12 +279,14 @@ std::string withDividedTexts(std::string_view text) {
   std::size_t copied = 0;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = endOfPiece(text, at).value_or(text.size());
-    if (text[at] != '<') {
+    const std::string_view piece = text.substr(at, end - at);
+    if (!piece.starts_with('<')) {
       std::size_t references = 0;
-      for (at = text.find('&', at); at < end; at = text.find('&', at + 1)) {
+      for (std::size_t i = piece.find('&'); i != std::string_view::npos;
+           i = piece.find('&', i + 1)) {
         if (++references % kReferences != 0) continue;
-        result.append(text.substr(copied, at - copied)).append("<!---->");
-        copied = at;
+        result.append(text.substr(copied, at + i - copied)).append("<!---->");
+        copied = at + i;
       }
     }
     at = end;

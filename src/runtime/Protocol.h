@@ -38,7 +38,7 @@ class COMMANDFILTER_EXPORT ProtocolBase {
 template <typename Base, typename... Protocols>
 class Implements : public Base, public Protocols... {
  public:
-  [[nodiscard]] Object& object() noexcept final { return *this; }
+  [[nodiscard]] Object& object() noexcept override { return *this; }
 
  protected:
   using Base::Base;

@@ -1,10 +1,12 @@
 #include "runtime/Send.h"
 
 #include <string>
+#include <vector>
 
 #include "runtime/Class.h"
 #include "runtime/Exception.h"
 #include "runtime/Invocation.h"
+#include "runtime/StackGuard.h"
 
 namespace commandfilter {
 
@@ -38,12 +40,25 @@ Value send(const Value& receiver, const Selector& selector, std::span<const Valu
     throw Exception(selector.name() + " was sent with " + std::to_string(arguments.size()) +
                     " arguments");
   }
+  // Objects that forward to each other would do so until the stack is used up.
+  StackGuard::check();
   Invocation invocation(signature, receiver, selector);
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     invocation.setArgumentAtIndex(arguments[i], i + 2);
   }
   object->forwardInvocation(invocation);
   return invocation.returnValue();
+}
+
+Value performSelector(const Value& receiver, const Selector& selector, const Value& object) {
+  const MethodSignature signature = methodSignatureForSelector(receiver, selector);
+  constexpr std::size_t kHidden = 2;
+  const std::size_t count = signature ? signature.numberOfArguments() - kHidden : 0;
+  if (count == 0) return send(receiver, selector);
+  if (count == 1) return send(receiver, selector, std::span(&object, 1));
+  std::vector<Value> arguments(count);
+  arguments.front() = object;
+  return send(receiver, selector, arguments);
 }
 
 Value sendToClass(const Class& receiver, const Selector& selector,

@@ -14,14 +14,21 @@ namespace commandfilter {
 
 /// Sends the message; nil as the receiver answers nil. A message without a method is forwarded
 /// when the object gives a signature for it. May run plug-in code.
-/// @throws Exception when the receiver does not answer to the selector, or when there are not as
-/// many arguments as the method takes.
+/// @throws Exception when the receiver does not answer to the selector, when there are not as many
+/// arguments as the method takes, or when forwarding never comes to an end.
 COMMANDFILTER_EXPORT Value send(const Value& receiver, const Selector& selector,
                                 std::span<const Value> arguments);
 inline Value send(const Value& receiver, const Selector& selector,
                   std::initializer_list<Value> arguments = {}) {
   return send(receiver, selector, std::span<const Value>(arguments.begin(), arguments.size()));
 }
+
+/// Sends the message with one object, or with fewer or more arguments as its method takes: an
+/// object that is not wanted is left out, and arguments that are missing are nil. May run plug-in
+/// code.
+/// @throws Exception when the receiver does not answer to the selector.
+COMMANDFILTER_EXPORT Value performSelector(const Value& receiver, const Selector& selector,
+                                           const Value& object = Value());
 
 /// Calls a class method by name.
 /// @throws Exception when the class has none of that name, or takes another number of arguments.

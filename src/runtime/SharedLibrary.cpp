@@ -41,6 +41,8 @@ SharedLibrary::~SharedLibrary() {
 }
 
 const void* SharedLibrary::symbol(const char* name) const noexcept {
+  // Without a library, the loader would search the whole process.
+  if (handle_ == nullptr) return nullptr;
   const void* address = dlsym(handle_, name);
   if (address == nullptr) return nullptr;
   // The search goes on in the libraries that this one is linked with; their names do not count.

@@ -30,7 +30,7 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   /// The address of an exported name of this library itself, not of one that it is linked with;
   /// nullptr when there is none.
   [[nodiscard]] const void* symbol(const char* name) const noexcept;
-  /// Leaves the library loaded until the process ends.
+  /// Leaves the library loaded until the process ends; it has no symbols here afterwards.
   void keep() noexcept { handle_ = nullptr; }
 
  private:

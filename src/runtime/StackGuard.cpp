@@ -1,37 +1,38 @@
 #include "runtime/StackGuard.h"
 
 #include <pthread.h>
+#include <sys/auxv.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
 #include "runtime/Exception.h"
 
-// Set by the dynamic loader to the end of the main thread's stack.
-extern "C" void* __libc_stack_end;  // NOLINT: glibc's name
-
 namespace commandfilter {
 
 namespace {
 
-// Enough for the deepest call that does not recurse, a plug-in's own calls included.
+// Enough for the deepest call that does not recurse, a plug-in's own calls included. A small stack
+// keeps half of it.
 constexpr std::size_t kReserve = std::size_t{256} * 1024;
 // An unlimited stack is treated as one of this size: memory is not unlimited.
 constexpr std::size_t kLargestStack = std::size_t{64} * 1024 * 1024;
 
 std::uintptr_t lowestUsableAddress() noexcept {
-  if (getpid() == gettid()) {
+  const auto reserveOf = [](std::size_t size) { return std::min(kReserve, size / 2); };
+  // The program's name is the uppermost of the texts, arguments and environment, that the kernel
+  // puts on the main thread's stack and counts as part of it.
+  const std::uintptr_t top = getauxval(AT_EXECFN);
+  if (getpid() == gettid() && top != 0) {
     rlimit limit{};
-    std::size_t size = std::size_t{8} * 1024 * 1024;
-    if (getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
-      size = limit.rlim_cur;
-    } else {
-      size = kLargestStack;
+    std::size_t size = kLargestStack;
+    if (getrlimit(RLIMIT_STACK, &limit) == 0) {
+      size = static_cast<std::size_t>(std::min<rlim_t>(limit.rlim_cur, kLargestStack));
     }
-    if (size > kLargestStack) size = kLargestStack;
-    return reinterpret_cast<std::uintptr_t>(__libc_stack_end) - size + kReserve;
+    return top - size + reserveOf(size);
   }
   pthread_attr_t attributes;
   if (pthread_getattr_np(pthread_self(), &attributes) != 0) return 0;
@@ -39,7 +40,7 @@ std::uintptr_t lowestUsableAddress() noexcept {
   std::size_t size = 0;
   pthread_attr_getstack(&attributes, &lowest, &size);
   pthread_attr_destroy(&attributes);
-  return reinterpret_cast<std::uintptr_t>(lowest) + kReserve;
+  return reinterpret_cast<std::uintptr_t>(lowest) + reserveOf(size);
 }
 
 }  // namespace

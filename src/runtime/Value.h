@@ -51,7 +51,7 @@ class Value {
       : word_(other.word_),
         kind_(std::exchange(other.kind_, Kind::Nil)),
         encoding_(other.encoding_) {}
-  ~Value() {
+  constexpr ~Value() {
     if (kind_ == Kind::Object) word_.object->deref();
   }
   Value& operator=(const Value& other) noexcept {

@@ -39,6 +39,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   virtual Value valueForFeaturePathComponents(const Array* components) = 0;
   /// The error set last; nil when there is none. Borrowed.
   [[nodiscard]] virtual ADMEvaluationError* lastError() const = 0;
+  /// The error that was recorded last through this context, wherever it is kept; nil when there is
+  /// none. Borrowed.
+  [[nodiscard]] virtual ADMEvaluationError* recordedError() const { return lastError(); }
   /// Replaces the error; nil clears it.
   virtual void setLastError(RefPtr<ADMEvaluationError> error) = 0;
   /// Records an error of category 2; a nil format (no data) reads "Unknown error".

@@ -1,0 +1,84 @@
+// The one implementation of evaluation contexts.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "evaluation/CompiledMacros.h"
+#include "evaluation/protocol/ADMEvaluationContext.h"
+#include "runtime/Class.h"
+#include "runtime/Dictionary.h"
+#include "runtime/Export.h"
+#include "runtime/MutableDictionary.h"
+#include "runtime/Object.h"
+#include "runtime/Protocol.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// Resolves names, feature paths and procedures. The procedures are methods named "execute" + name
+/// + "Procedure:" that take the argument items as an array, nil for none; a class below adds
+/// procedures by adding such methods, and names by overriding the hooks.
+class COMMANDFILTER_EXPORT ADMEvaluationContextBase
+    : public Implements<Object, ADMEvaluationContext> {
+ public:
+  static const Class kClass;
+
+  /// Either may be nil.
+  [[nodiscard]] static Ref<ADMEvaluationContextBase> initWithStatusService_globalConfiguration(
+      Value statusService, RefPtr<Dictionary> globalConfiguration);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+
+  [[nodiscard]] const Dictionary* globalConfiguration() const final {
+    return globalConfiguration_.get();
+  }
+  [[nodiscard]] Value statusService() const final { return statusService_; }
+  void resetEvaluations() override;
+  Value processSelector(const EvaluationName& name) override;
+  Value executeProcedure_withArguments(const EvaluationName& name, const Array* arguments) override;
+  Value valueForFeaturePathComponents(const Array* components) override;
+  [[nodiscard]] ADMEvaluationError* lastError() const final { return lastError_.get(); }
+  void setLastError(RefPtr<ADMEvaluationError> error) override;
+  void setRuntimeErrorWithArguments(std::string_view format,
+                                    std::span<const FormatArgument> arguments) final;
+  void clearErrors() override;
+
+  /// A scratch store for procedures, which `resetEvaluations` empties.
+  [[nodiscard]] MutableDictionary& commonCache();
+
+  // The hooks.
+
+  /// The built-in value of a name: nil when the name is none of the context's, the null object
+  /// when it is and has no value.
+  virtual Value serviceSymbolForNameImpl(const EvaluationName& name);
+  /// The answer of the status service to a message; nil when it has none.
+  virtual Value processSelectorImpl(const Selector& selector);
+  /// What an empty or "@" component of a feature path stands for.
+  virtual Value defaultServiceSymbolValue();
+
+ protected:
+  ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration);
+  /// A context that is made for another's evaluation shares its compiled macros.
+  ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration,
+                           ADMEvaluationContext& parent);
+  ~ADMEvaluationContextBase() override;
+
+  /// The status service, borrowed.
+  [[nodiscard]] const Value& service() const noexcept { return statusService_; }
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  Value executeMacro(const String& expression, const Array* arguments);
+
+  RefPtr<MutableDictionary> commonCache_;
+  RefPtr<ADMEvaluationError> lastError_;
+  Value statusService_;
+  RefPtr<Dictionary> globalConfiguration_;
+  RefPtr<CompiledMacros> macros_;
+};
+
+}  // namespace commandfilter

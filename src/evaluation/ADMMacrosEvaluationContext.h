@@ -1,0 +1,42 @@
+// Contexts of macro bodies.
+#pragma once
+
+#include <vector>
+
+#include "evaluation/ADMEvaluationContextBase.h"
+
+namespace commandfilter {
+
+/// The body of a macro: its arguments are "arg0", "arg1" and so on, their number "argc" and all of
+/// them "argv"; any other name that begins with "arg" is nil, and everything else is the parent's,
+/// errors included.
+class COMMANDFILTER_EXPORT ADMMacrosEvaluationContext final : public ADMEvaluationContextBase {
+ public:
+  static const Class kClass;
+
+  /// Evaluates every argument item against the parent, in order, once. nil for no arguments.
+  [[nodiscard]] static Ref<ADMMacrosEvaluationContext> contextWithArguments_parentContext(
+      const Array* arguments, Ref<ADMEvaluationContext> parentContext);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  Value processSelector(const EvaluationName& name) override;
+  Value valueForFeaturePathComponents(const Array* components) override;
+  void setLastError(RefPtr<ADMEvaluationError> error) override;
+  [[nodiscard]] ADMEvaluationError* recordedError() const override;
+  Value defaultServiceSymbolValue() override;
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  ADMMacrosEvaluationContext(const Array* arguments, Ref<ADMEvaluationContext> parentContext);
+  ~ADMMacrosEvaluationContext() override = default;
+
+  Ref<ADMEvaluationContext> parentContext_;
+  /// The null object for an argument without a value.
+  std::vector<Value> values_;
+  /// All values as "argv" gives them; made when it is asked for.
+  RefPtr<Array> allValues_;
+};
+
+}  // namespace commandfilter

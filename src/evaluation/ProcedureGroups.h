@@ -1,0 +1,18 @@
+// The groups of built-in procedures.
+#pragma once
+
+#include <span>
+
+#include "runtime/Class.h"
+
+namespace commandfilter {
+
+// One group a source file, which is named after it. The group's table stands at the file's end.
+extern const MethodGroup kAggregateProcedure;
+extern const MethodGroup kCollectionsProcedures;
+extern const MethodGroup kSetProcedures;
+
+/// All groups, as the base context's class has them.
+[[nodiscard]] std::span<const MethodGroup* const> procedureGroups() noexcept;
+
+}  // namespace commandfilter
