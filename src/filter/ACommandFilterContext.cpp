@@ -36,8 +36,7 @@ Ref<ACommandFilterContext> ACommandFilterContext::context() {
   const ACommandFilterEnvironment* environment = ACommandFilterEnvironment::environment();
   RefPtr<String> uri;
   if (environment != nullptr) uri = environment->printerURI();
-  return contextWithServiceInfoProvider(
-      ACommandFilterServiceInfoProvider::initWithPrinterURI(std::move(uri)));
+  return contextWithServiceInfoProvider(ACommandFilterServiceInfoProvider::initWithPrinterURI(uri));
 }
 
 Ref<ACommandFilterContext> ACommandFilterContext::contextWithServiceInfoProvider(
@@ -49,7 +48,7 @@ Value ACommandFilterContext::serviceWithName(const String* name) {
   if (name == nullptr) return {};
   const auto found = services_.find(name->view());
   if (found != services_.end()) return found->second.nullAsNil();
-  const Value service = makeService(*name);
+  Value service = makeService(*name);
   services_.insert_or_assign(name->text(), service.orNull());
   return service;
 }

@@ -9,6 +9,7 @@
 #include "filter/protocols/ICommandFilterExecutor.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
+#include "runtime/File.h"
 #include "runtime/Text.h"
 
 namespace commandfilter {
@@ -86,9 +87,11 @@ std::vector<std::string> ACommandFilterPlugInManager::internalPlugins() {
 
 std::optional<std::vector<std::string>> ACommandFilterPlugInManager::pluginsInFolder(
     const std::string& folder) {
-  const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
-  if (!entries) return std::nullopt;
+  if (!isFolder(folder)) return std::nullopt;
   std::vector<std::string> paths;
+  const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
+  // A folder that cannot be listed is there all the same.
+  if (!entries) return paths;
   while (const dirent* entry = readdir(entries.get())) {
     const std::string_view name = entry->d_name;
     if (name == "." || name == "..") continue;

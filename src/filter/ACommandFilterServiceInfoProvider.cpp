@@ -15,7 +15,7 @@ constinit const Class ACommandFilterServiceInfoProvider::kClass{
     .protocols = kProviderProtocols};
 
 RefPtr<ACommandFilterServiceInfoProvider> ACommandFilterServiceInfoProvider::initWithPrinterURI(
-    RefPtr<String> printerURI) {
+    const RefPtr<String>& printerURI) {
   if (!printerURI) return nullptr;
   return make<ACommandFilterServiceInfoProvider>(Ref<String>(*printerURI));
 }

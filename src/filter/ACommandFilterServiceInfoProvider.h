@@ -22,7 +22,7 @@ class ACommandFilterServiceInfoProvider final
 
   /// nil for a nil URI.
   [[nodiscard]] static RefPtr<ACommandFilterServiceInfoProvider> initWithPrinterURI(
-      RefPtr<String> printerURI);
+      const RefPtr<String>& printerURI);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
 

@@ -19,28 +19,28 @@ namespace commandfilter {
 /// for "%s". Text is borrowed until the call returns.
 class FormatArgument {
  public:
-  FormatArgument(Value value) : content_(std::move(value)) {}  // NOLINT: made in argument lists
-  FormatArgument(const Number& number) : FormatArgument(Value(number)) {}  // NOLINT
-  FormatArgument(std::nullptr_t) : FormatArgument(Value()) {}              // NOLINT
+  FormatArgument(Value value) : content_(std::move(value)) {}
+  FormatArgument(const Number& number) : FormatArgument(Value(number)) {}
+  FormatArgument(std::nullptr_t) : FormatArgument(Value()) {}
   template <typename T>
-  FormatArgument(const Ref<T>& object) : FormatArgument(Value(object)) {}  // NOLINT
+  FormatArgument(const Ref<T>& object) : FormatArgument(Value(object)) {}
   template <typename T>
-  FormatArgument(const RefPtr<T>& object) : FormatArgument(Value(object)) {}         // NOLINT
-  FormatArgument(const Object* object) : FormatArgument(Value::sharing(object)) {}   // NOLINT
-  FormatArgument(const Object& object) : FormatArgument(Value::sharing(&object)) {}  // NOLINT
+  FormatArgument(const RefPtr<T>& object) : FormatArgument(Value(object)) {}
+  FormatArgument(const Object* object) : FormatArgument(Value::sharing(object)) {}
+  FormatArgument(const Object& object) : FormatArgument(Value::sharing(&object)) {}
   template <std::integral T>
-  FormatArgument(T integer) : FormatArgument(Number::integer(integer)) {}  // NOLINT
+  FormatArgument(T integer) : FormatArgument(Number::integer(integer)) {}
   template <std::floating_point T>
-  FormatArgument(T real) : FormatArgument(Number::real(static_cast<double>(real))) {}  // NOLINT
-  FormatArgument(const char* text) {                                                   // NOLINT
+  FormatArgument(T real) : FormatArgument(Number::real(static_cast<double>(real))) {}
+  FormatArgument(const char* text) {
     if (text != nullptr) {
       content_ = std::string_view(text);
     } else {
       content_ = Value();
     }
   }
-  FormatArgument(std::string_view text) : content_(text) {}                      // NOLINT
-  FormatArgument(const std::string& text) : content_(std::string_view(text)) {}  // NOLINT
+  FormatArgument(std::string_view text) : content_(text) {}
+  FormatArgument(const std::string& text) : content_(std::string_view(text)) {}
 
   using Content = std::variant<Value, std::string_view>;
   [[nodiscard]] const Content& content() const noexcept { return content_; }

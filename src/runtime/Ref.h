@@ -36,10 +36,10 @@ class Ref {
   Ref(Ref&& other) noexcept : target_(std::exchange(other.target_, nullptr)) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
-  noexcept : Ref(static_cast<T&>(*other)) {}  // NOLINT: as pointers do
+  noexcept : Ref(static_cast<T&>(*other)) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> Ref(Ref<U>&& other)
-  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  noexcept : target_(other.leak()) {}
   ~Ref() {
     if (target_ != nullptr) countedObject(*target_).deref();
   }
@@ -82,7 +82,7 @@ template <typename T>
 class RefPtr {
  public:
   RefPtr() noexcept = default;
-  RefPtr(std::nullptr_t) noexcept {}  // NOLINT: nil is written nullptr
+  RefPtr(std::nullptr_t) noexcept {}
   /// Shares `target` unless it is nil.
   explicit RefPtr(T* target) noexcept : target_(target) {
     if (target_ != nullptr) countedObject(*target_).ref();
@@ -91,18 +91,16 @@ class RefPtr {
   RefPtr(RefPtr&& other) noexcept : target_(std::exchange(other.target_, nullptr)) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> RefPtr(const RefPtr<U>& other)
-  noexcept  // NOLINT: as pointers do
-      : RefPtr(static_cast<T*>(other.get())) {}
+  noexcept : RefPtr(static_cast<T*>(other.get())) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> RefPtr(RefPtr<U>&& other)
-  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  noexcept : target_(other.leak()) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> RefPtr(const Ref<U>& other)
-  noexcept  // NOLINT: as pointers do
-      : RefPtr(static_cast<T*>(other.get())) {}
+  noexcept : RefPtr(static_cast<T*>(other.get())) {}
   template <typename U>
   requires std::is_convertible_v<U*, T*> RefPtr(Ref<U>&& other)
-  noexcept : target_(other.leak()) {}  // NOLINT: as pointers do
+  noexcept : target_(other.leak()) {}
   ~RefPtr() {
     if (target_ != nullptr) countedObject(*target_).deref();
   }

@@ -18,8 +18,8 @@ struct Failure {
 template <typename T>
 class [[nodiscard]] Result {
  public:
-  Result(T value) : value_(std::move(value)) {}                    // NOLINT: success is a value
-  Result(Failure failure) : reason_(std::move(failure.reason)) {}  // NOLINT: so is failure
+  Result(T value) : value_(std::move(value)) {}
+  Result(Failure failure) : reason_(std::move(failure.reason)) {}
 
   [[nodiscard]] explicit operator bool() const noexcept { return value_.has_value(); }
   /// Only for a success.

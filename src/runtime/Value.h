@@ -20,8 +20,8 @@ class Value {
  public:
   /// nil.
   constexpr Value() noexcept : word_{.integer = 0} {}
-  constexpr Value(std::nullptr_t) noexcept : Value() {}  // NOLINT: nil is written nullptr
-  constexpr Value(const Number& number) noexcept         // NOLINT: a number is a value
+  constexpr Value(std::nullptr_t) noexcept : Value() {}
+  constexpr Value(const Number& number) noexcept
       : word_{.integer = 0}, kind_(Kind::Number), encoding_(number.encoding_) {
     if (number.isReal()) {
       word_.real = number.real_;
@@ -31,15 +31,15 @@ class Value {
   }
   /// Shares the object; a nil reference makes nil.
   template <typename T>
-  Value(const Ref<T>& object) noexcept : Value(adopting(shared(*object))) {}  // NOLINT: is a value
+  Value(const Ref<T>& object) noexcept : Value(adopting(shared(*object))) {}
   template <typename T>
-  Value(Ref<T>&& object) noexcept : Value(adopting(countedObject(*object.leak()))) {}  // NOLINT
+  Value(Ref<T>&& object) noexcept : Value(adopting(countedObject(*object.leak()))) {}
   template <typename T>
-  Value(const RefPtr<T>& object) noexcept : Value() {  // NOLINT: is a value
+  Value(const RefPtr<T>& object) noexcept : Value() {
     if (object) *this = adopting(shared(*object));
   }
   template <typename T>
-  Value(RefPtr<T>&& object) noexcept : Value() {  // NOLINT: is a value
+  Value(RefPtr<T>&& object) noexcept : Value() {
     if (object) *this = adopting(countedObject(*object.leak()));
   }
 
