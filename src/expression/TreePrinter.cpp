@@ -20,19 +20,8 @@ bool isMakeList(const ADMEvaluationItemBase* item) {
   return item != nullptr && item->type() == ItemType::MakeList;
 }
 
-const ADMEvaluationItemBase& leftmostItem(const ADMEvaluationItemBase& root) noexcept {
-  const ADMEvaluationItemBase* item = &root;
-  while (const auto* binary = castTo<const ADMEvaluationBinaryOperationBase>(
-             const_cast<ADMEvaluationItemBase*>(item))) {  // NOLINT: the cast changes nothing
-    if (binary->leftOperand() == nullptr) break;
-    item = binary->leftOperand();
-  }
-  return *item;
-}
-
-// True for what may stand behind a full stop in a feature path.
+// True for what may stand behind a full stop in a feature path, nothing included.
 bool isDottedName(std::string_view text) noexcept {
-  if (text.empty()) return false;
   for (std::size_t offset = 0; offset < text.size();) {
     const char32_t c = nextCodePoint(text, offset);
     if (c > 0xFFFF || !isNameUnit(static_cast<char16_t>(c))) return false;
@@ -41,15 +30,6 @@ bool isDottedName(std::string_view text) noexcept {
 }
 
 }  // namespace
-
-// A closing brace is an operand only at the very start of an expression, outside all braces, so
-// the operations to its right are written without theirs.
-TreePrinter::TreePrinter(const ADMEvaluationItemBase& root) noexcept
-    : startsWithClosingBrace_(leftmostItem(root).type() == ItemType::ClosingBrace) {}
-
-bool TreePrinter::needsBraces() const noexcept {
-  return !(startsWithClosingBrace_ && text_.empty());
-}
 
 TreePrinter& TreePrinter::append(std::string_view text) {
   text_.append(text);
@@ -90,8 +70,7 @@ void TreePrinter::appendList(const ADMEvaluationBinaryOperationBase& list) {
 }
 
 void TreePrinter::appendOperation(const ADMEvaluationBinaryOperationBase& operation) {
-  const bool braces = needsBraces();
-  if (braces) append("(");
+  append("(");
   if (isMakeList(&operation)) {
     appendList(operation);
   } else {
@@ -100,16 +79,15 @@ void TreePrinter::appendOperation(const ADMEvaluationBinaryOperationBase& operat
     if (row != nullptr) append(row->words[0].empty() ? row->symbol : row->words[0]);
     append(" ").appendItem(operation.rightOperand());
   }
-  if (braces) append(")");
+  append(")");
 }
 
 void TreePrinter::appendMemberCall(const ADMEvaluationBinaryOperationBase& call,
                                    std::string_view name) {
-  const bool braces = needsBraces();
-  if (braces) append("(");
+  append("(");
   appendItem(call.leftOperand()).append(" _").append(name);
   appendArguments(call.rightOperand());
-  if (braces) append(")");
+  append(")");
 }
 
 void TreePrinter::appendFeaturePath(const Array& components) {
@@ -123,14 +101,16 @@ void TreePrinter::appendFeaturePath(const Array& components) {
   }
   append(part(0)).append("}");
   std::size_t dotted = components.count();
-  if (dotted > 1 && !isDottedName(part(dotted - 1))) {
+  // A single empty component behind a full stop would not be seen.
+  const bool lonelyEmpty = dotted == 2 && part(1).empty();
+  if (dotted > 1 && (lonelyEmpty || !isDottedName(part(dotted - 1)))) {
     append("[").append(part(--dotted)).append("]");
   }
   for (std::size_t i = 1; i < dotted; ++i) append(".").append(part(i));
 }
 
 std::string printedTree(const ADMEvaluationItemBase& item) {
-  TreePrinter printer(item);
+  TreePrinter printer;
   printer.appendItem(&item);
   return printer.text();
 }

@@ -13,12 +13,11 @@ class ADMEvaluationBinaryOperationBase;
 class ADMEvaluationItemBase;
 
 /// Writes a tree as an expression of the language with all braces written out, so that the text
-/// shows what binds to what and compiles to the same tree again.
+/// shows what binds to what and compiles to the same tree again. A broken expression can compile to
+/// a tree that no expression stands for, by taking a closing brace that nothing opened, or an
+/// element that a list leaves out, for an operand; of such a tree the text shows the pieces.
 class COMMANDFILTER_EXPORT TreePrinter {
  public:
-  /// A printer for the tree below the item.
-  explicit TreePrinter(const ADMEvaluationItemBase& root) noexcept;
-
   TreePrinter& append(std::string_view text);
   /// An item and what is below it; nothing for nil.
   /// @throws Exception when the tree is deeper than the stack allows.
@@ -35,10 +34,8 @@ class COMMANDFILTER_EXPORT TreePrinter {
 
  private:
   void appendList(const ADMEvaluationBinaryOperationBase& list);
-  [[nodiscard]] bool needsBraces() const noexcept;
 
   std::string text_;
-  bool startsWithClosingBrace_;
 };
 
 /// The tree below the item as text.
