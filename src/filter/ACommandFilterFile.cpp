@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -62,9 +63,14 @@ RefPtr<Array> ACommandFilterFile::commandsInData(std::string_view data) {
 
 RefPtr<Array> ACommandFilterFile::commands() {
   if (commands_) return commands_;
-  Result<std::string> data = readCommandFile();
-  if (!data) return nullptr;
-  commands_ = commandsInData(*data);
+  try {
+    Result<std::string> data = readCommandFile();
+    if (!data) return nullptr;
+    commands_ = commandsInData(*data);
+  } catch (const std::bad_alloc&) {
+    // A file that is too large for the memory is one that cannot be read.
+    return nullptr;
+  }
   return commands_;
 }
 

@@ -28,16 +28,28 @@ void runCommand(const String& command, ACommandFilterContext& context,
   context.reportMessageWithFormat("%@", executor->executeCommand(command));
 }
 
-// Runs one step of the job; what plug-in code throws ends that step and nothing else. The line is
-// for the scheduler's debug log only.
+// Tells the scheduler's debug log that a step failed; silent when there is no memory for that.
+void reportFailure(ACommandFilterContext& context, const char* what, const char* reason) noexcept {
+  try {
+    if (reason != nullptr) {
+      context.reportMessageWithFormat("DEBUG: %s failed: %s", what, reason);
+    } else {
+      context.reportMessageWithFormat("DEBUG: %s failed", what);
+    }
+  } catch (...) {
+    // Nothing more can be done.
+  }
+}
+
+// Runs one step of the job; what plug-in code throws ends that step and nothing else.
 template <typename Step>
 void guarded(ACommandFilterContext& context, const char* what, Step&& step) {
   try {
     step();
   } catch (const std::exception& exception) {
-    context.reportMessageWithFormat("DEBUG: %s failed: %s", what, exception.what());
+    reportFailure(context, what, exception.what());
   } catch (...) {
-    context.reportMessageWithFormat("DEBUG: %s failed", what);
+    reportFailure(context, what, nullptr);
   }
 }
 

@@ -154,7 +154,7 @@ struct Shape {
   enum class State : std::uint8_t { Unknown, Open, Known };
   State state = State::Unknown;
   int height = 0;
-  Amount amount;
+  Amount amount{};
 };
 
 // An object on the way from the root to the one that is looked at.

@@ -1,15 +1,47 @@
 #include "runtime/SharedLibrary.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <link.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include <string_view>
+#include <algorithm>
+#include <cstring>
+#include <vector>
 
 #include "runtime/File.h"
+#include "runtime/FileDescriptor.h"
 
 namespace commandfilter {
 
 namespace {
+
+// True for a library that ends before its segments do, as one does that is still being copied: the
+// loader maps it all the same, and the process dies of SIGBUS.
+bool isCutOff(const std::string& path) {
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat status {};
+  if (!file || fstat(file.get(), &status) != 0) return false;
+  ElfW(Ehdr) header{};
+  if (pread(file.get(), &header, sizeof header, 0) != static_cast<ssize_t>(sizeof header) ||
+      std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 ||
+      header.e_phentsize != sizeof(ElfW(Phdr))) {
+    // No library of this machine, which the loader notices itself.
+    return false;
+  }
+  std::vector<ElfW(Phdr)> segments(header.e_phnum);
+  const std::size_t size = segments.size() * sizeof(ElfW(Phdr));
+  if (pread(file.get(), segments.data(), size, static_cast<off_t>(header.e_phoff)) !=
+      static_cast<ssize_t>(size)) {
+    return true;
+  }
+  const auto end = static_cast<std::size_t>(status.st_size);
+  return std::ranges::any_of(segments, [end](const ElfW(Phdr) & segment) {
+    return segment.p_type == PT_LOAD &&
+           (segment.p_offset > end || segment.p_filesz > end - segment.p_offset);
+  });
+}
 
 Result<void*> loadCode(const char* place) {
   void* handle = dlopen(place, RTLD_NOW | RTLD_LOCAL);
@@ -23,6 +55,7 @@ Result<void*> loadCode(const char* place) {
 Result<SharedLibrary> SharedLibrary::open(const std::string& path) {
   // The loader would wait for a writer if this were a fifo.
   if (!isRegularFile(path)) return Failure{"is not a regular file"};
+  if (isCutOff(path)) return Failure{"is cut off"};
   // A name without a slash would be searched for in the system's folders.
   const std::string place = path.find('/') == std::string::npos ? "./" + path : path;
   Result<void*> handle = loadCode(place.c_str());

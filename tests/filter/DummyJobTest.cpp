@@ -1,0 +1,52 @@
+#include "filter/DummyJob.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "runtime/Array.h"
+#include "runtime/String.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+namespace {
+
+Ref<Array> languages(const std::vector<std::string>& names) {
+  std::vector<Value> values;
+  for (const std::string& name : names) values.emplace_back(String::create(name));
+  return Array::create(std::move(values));
+}
+
+const std::string kPacket(
+    "\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
+const std::string kZeros(1024, '\0');
+
+TEST(DummyJob, IsTheFixedPacketWhenLDLIsTheOnlyLanguage) {
+  EXPECT_EQ(dummyJobForLanguages(languages({"LDL"}).get()), kPacket);
+}
+
+TEST(DummyJob, IsTheFixedPacketWhenLDLIsAmongOtherLanguages) {
+  EXPECT_EQ(dummyJobForLanguages(languages({"PCL", "LDL", "PS"}).get()), kPacket);
+  EXPECT_EQ(dummyJobForLanguages(languages({"PCL", "PS", "LDL"}).get()), kPacket);
+}
+
+TEST(DummyJob, Is1024ZerosWhenNoElementEqualsLDL) {
+  EXPECT_EQ(dummyJobForLanguages(languages({"PCL", "PS"}).get()), kZeros);
+  EXPECT_EQ(dummyJobForLanguages(languages({"ldl", "LDL2", " LDL", "LDL ", "PCL,LDL"}).get()),
+            kZeros);
+}
+
+TEST(DummyJob, Is1024ZerosWithoutAnyLanguage) {
+  EXPECT_EQ(dummyJobForLanguages(languages({}).get()), kZeros);
+  EXPECT_EQ(dummyJobForLanguages(nullptr), kZeros);
+}
+
+TEST(DummyJob, OverlooksElementsThatAreNoStrings) {
+  const Ref<Array> mixed =
+      Array::create({Value(Number::integer(1)), Value::null(), Value(String::create("LDL"))});
+  EXPECT_EQ(dummyJobForLanguages(mixed.get()), kPacket);
+}
+
+}  // namespace
+}  // namespace commandfilter

@@ -1,0 +1,140 @@
+#include "runtime/Comparison.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "TestValues.h"
+#include "runtime/Data.h"
+#include "runtime/Date.h"
+
+namespace commandfilter {
+namespace {
+
+using testing::arrayOf;
+using testing::dictionaryOf;
+using testing::nestedArrays;
+using testing::nestedDictionaries;
+using testing::reasonOf;
+using testing::runOnStackOf;
+using testing::stringOf;
+
+constexpr std::size_t kMillion = 1'000'000;
+constexpr std::size_t kHundredThousand = 100'000;
+
+// One value of every kind, no two equal.
+std::vector<Value> oneOfEachKind() {
+  return {Value(),
+          Value::null(),
+          Value::boolean(false),
+          Number::integer(7),
+          Number::real(0.5),
+          stringOf("7"),
+          arrayOf({Number::integer(7)}),
+          dictionaryOf({{stringOf("7"), Number::integer(7)}}),
+          Data::create("7"),
+          Date::create(7)};
+}
+
+TEST(Comparison, TellsEveryKindFromEveryOther) {
+  const std::vector<Value> values = oneOfEachKind();
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t j = 0; j < values.size(); ++j) {
+      EXPECT_EQ(equal(values[i], values[j]), i == j) << i << " and " << j;
+    }
+  }
+}
+
+TEST(Comparison, EqualsNumbersByMathematicalValue) {
+  EXPECT_TRUE(equal(Value::boolean(true), Number::integer(1)));
+  EXPECT_TRUE(equal(Number::integer(2), Number::real(2.0)));
+  EXPECT_FALSE(
+      equal(Number::integer(std::numeric_limits<std::uint64_t>::max()), Number::integer(-1)));
+  EXPECT_FALSE(equal(Number::integer(0), Value::null()));
+  EXPECT_FALSE(equal(Number::integer(0), Value()));
+}
+
+TEST(Comparison, EqualsCollectionsElementByElement) {
+  const auto make = [](const Number& number) {
+    return arrayOf({dictionaryOf({{stringOf("a"), number}, {Value::boolean(true), stringOf("x")}}),
+                    Value::null()});
+  };
+  EXPECT_TRUE(equal(make(Number::integer(2)), make(Number::real(2.0))));
+  EXPECT_FALSE(equal(make(Number::integer(2)), make(Number::integer(3))));
+}
+
+TEST(Comparison, GivesEqualValuesEqualHashes) {
+  EXPECT_EQ(hashOf(Value()), hashOf(Value()));
+  EXPECT_EQ(hashOf(Value::null()), hashOf(Value::null()));
+  EXPECT_NE(hashOf(Value()), hashOf(Value::null()));
+  EXPECT_EQ(hashOf(Number::integer(3)), hashOf(Number::real(3.0)));
+  EXPECT_EQ(hashOf(stringOf("x")), hashOf(stringOf("x")));
+  EXPECT_EQ(hashOf(arrayOf({Number::integer(1)})), hashOf(arrayOf({Value::boolean(true)})));
+  EXPECT_EQ(hashOf(Data::create("x")), hashOf(Data::create("x")));
+  EXPECT_EQ(hashOf(Date::create(5)), hashOf(Date::create(5)));
+}
+
+TEST(Comparison, OrdersNumbersStringsAndDates) {
+  EXPECT_TRUE(compare(Value::boolean(true), Number::real(1.5)) < 0);
+  EXPECT_TRUE(compare(Number::integer(2), Number::real(2.0)) == 0);
+  EXPECT_TRUE(compare(stringOf("b"), stringOf("a")) > 0);
+  EXPECT_TRUE(compare(stringOf("a"), stringOf("a")) == 0);
+  EXPECT_TRUE(compare(stringOf("\uFFFD"), stringOf("\U0001F600")) > 0);
+  EXPECT_TRUE(compare(Date::create(1), Date::create(1.5)) < 0);
+  EXPECT_TRUE(compare(Date::create(1), Date::create(1)) == 0);
+}
+
+TEST(Comparison, RaisesForEveryOtherPair) {
+  const std::vector<Value> values = oneOfEachKind();
+  for (const Value& left : values) {
+    for (const Value& right : values) {
+      const bool ordered = (left.isNumber() && right.isNumber()) ||
+                           (left.isKind(ObjectKind::String) && right.isKind(ObjectKind::String)) ||
+                           (left.isKind(ObjectKind::Date) && right.isKind(ObjectKind::Date));
+      const std::string reason = reasonOf([&] { static_cast<void>(compare(left, right)); });
+      EXPECT_EQ(reason.empty(), ordered) << descriptionOf(left) << " " << descriptionOf(right);
+    }
+  }
+}
+
+TEST(Comparison, NamesTheKindsThatCannotBeOrdered) {
+  EXPECT_EQ(reasonOf([] { static_cast<void>(compare(stringOf("1"), Number::integer(1))); }),
+            "cannot order String against Number");
+  EXPECT_EQ(reasonOf([] { static_cast<void>(compare(Value(), Value::null())); }),
+            "cannot order nil against Null");
+}
+
+TEST(Comparison, ComparesWhatIsNestedAsDeepAsAPropertyList) {
+  EXPECT_TRUE(equal(nestedArrays(512, Number::integer(1)), nestedArrays(512, Number::real(1.0))));
+  EXPECT_FALSE(equal(nestedArrays(512, Number::integer(1)), nestedArrays(512, Number::real(2.0))));
+  EXPECT_TRUE(
+      equal(nestedDictionaries(512, Value::null()), nestedDictionaries(512, Value::null())));
+}
+
+TEST(Comparison, RaisesForValuesNestedAMillionDeep) {
+  for (const auto nested : {&nestedArrays, &nestedDictionaries}) {
+    const Value left = nested(kMillion, Number::integer(1));
+    const Value right = nested(kMillion, Number::integer(1));
+    EXPECT_EQ(reasonOf([&] { static_cast<void>(equal(left, right)); }), "nested too deeply");
+    EXPECT_TRUE(equal(left, left));
+    EXPECT_EQ(hashOf(left), hashOf(right));
+  }
+}
+
+TEST(Comparison, RaisesForDeepValuesOnASmallStack) {
+  for (const auto nested : {&nestedArrays, &nestedDictionaries}) {
+    const Value left = nested(kHundredThousand, Number::integer(1));
+    const Value right = nested(kHundredThousand, Number::integer(1));
+    std::string reason;
+    runOnStackOf(std::size_t{256} * 1024,
+                 [&] { reason = reasonOf([&] { static_cast<void>(equal(left, right)); }); });
+    EXPECT_EQ(reason, "nested too deeply");
+  }
+}
+
+}  // namespace
+}  // namespace commandfilter

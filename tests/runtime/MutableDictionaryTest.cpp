@@ -1,0 +1,45 @@
+#include "runtime/MutableDictionary.h"
+
+#include <gtest/gtest.h>
+
+#include "TestValues.h"
+#include "runtime/Cast.h"
+
+namespace commandfilter {
+namespace {
+
+using testing::stringOf;
+
+TEST(MutableDictionary, IsFilledAndRead) {
+  const Ref<MutableDictionary> store = MutableDictionary::create();
+  EXPECT_EQ(store->count(), 0U);
+  EXPECT_TRUE(store->objectForKey(stringOf("a")).isNil());
+  for (int i = 0; i < 100; ++i) store->setObject_forKey(Number::integer(i), Number::integer(i));
+  store->setObject_forKey(stringOf("other"), Number::real(7.0));
+  EXPECT_EQ(store->count(), 100U);
+  EXPECT_EQ(descriptionOf(store->objectForKey(Number::integer(7))), "other");
+  EXPECT_EQ(store->objectForKey(Number::integer(99)).number().longValue(), 99);
+  EXPECT_TRUE(store->objectForKey(Value()).isNil());
+}
+
+TEST(MutableDictionary, IsEmptied) {
+  const Ref<MutableDictionary> store = MutableDictionary::create();
+  const Ref<String> value = String::create("value");
+  for (int i = 0; i < 20; ++i) store->setObject_forKey(value, Number::integer(i));
+  store->removeAllObjects();
+  EXPECT_EQ(store->count(), 0U);
+  EXPECT_EQ(value->referenceCount(), 1U);
+  EXPECT_TRUE(store->objectForKey(Number::integer(5)).isNil());
+  store->setObject_forKey(value, Number::integer(5));
+  EXPECT_EQ(store->count(), 1U);
+  EXPECT_FALSE(store->objectForKey(Number::integer(5)).isNil());
+}
+
+TEST(MutableDictionary, IsNoDictionary) {
+  const Value store = MutableDictionary::create();
+  EXPECT_EQ(castTo<Dictionary>(store), nullptr);
+  EXPECT_NE(castTo<MutableDictionary>(store), nullptr);
+}
+
+}  // namespace
+}  // namespace commandfilter
