@@ -54,7 +54,7 @@ PrivateScheduler::PrivateScheduler(const std::map<std::string, std::string>& fil
   std::vector<std::string> arguments = {"start", root().string(), "--owner",
                                         std::to_string(getpid())};
   for (const auto& [name, value] : filterEnvironment) {
-    arguments.insert(arguments.end(), {"--set-env", name + "=" + value});
+    arguments.insert(arguments.end(), {"--set-env", std::string(name).append("=").append(value)});
   }
   const ChildResult result = runScript(std::move(arguments));
   if (result.exitStatus != 0) fail("private-scheduler start", result);
@@ -149,7 +149,9 @@ ChildResult PrivateScheduler::client(const std::vector<std::string>& arguments) 
   options.arguments = {"env"};
   options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
   options.environment = {"PATH=/usr/bin:/usr/sbin:/bin:/sbin", "LC_ALL=C.UTF-8"};
-  for (const auto& [name, value] : variables_) options.environment.push_back(name + "=" + value);
+  for (const auto& [name, value] : variables_) {
+    options.environment.push_back(std::string(name).append("=").append(value));
+  }
   return runChild(options);
 }
 

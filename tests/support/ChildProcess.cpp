@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -53,11 +54,15 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 
 // Only calls that are safe between fork and exec.
 [[noreturn]] void becomeProgram(const ChildOptions& options, char* const* arguments,
-                                char* const* environment, int input, int output, int errors) {
+                                char* const* environment, pid_t parent, int input, int output,
+                                int errors) {
   constexpr int kBackChannel = 3;
   constexpr int kSideChannel = 4;
   constexpr int kNotStarted = 127;
   setpgid(0, 0);
+  // What a terminal sends to the test does not reach this group.
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != parent) _exit(kNotStarted);
   const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
   dup2(input, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);
@@ -118,10 +123,11 @@ ChildResult runChild(const ChildOptions& options) {
   const std::vector<char*> environment = pointersTo(options.environment);
   // A child that does not read must not kill the test.
   std::signal(SIGPIPE, SIG_IGN);
+  const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) throwError("fork");
   if (child == 0) {
-    becomeProgram(options, arguments.data(), environment.data(), input.reading.get(),
+    becomeProgram(options, arguments.data(), environment.data(), parent, input.reading.get(),
                   output.writing.get(), errors.writing.get());
   }
   input.reading = FileDescriptor();

@@ -106,7 +106,7 @@ std::optional<BackendScript::Step> stepOf(std::string_view line, bool isRequest)
     }
   }
   if (word == "exit" || word == "kill") {
-    step.action = word == "exit" ? BackendScript::Action::kExit : BackendScript::Action::kKill;
+    step.action = word == "exit" ? BackendScript::Action::Exit : BackendScript::Action::Kill;
     const std::optional<int> number = numberOf<int>(line);
     if (!number || *number < 0) return std::nullopt;
     step.number = *number;
@@ -117,7 +117,7 @@ std::optional<BackendScript::Step> stepOf(std::string_view line, bool isRequest)
   const std::optional<int> status = statusOf(word);
   std::optional<std::string> text = unescaped(line);
   if (!status || !text) return std::nullopt;
-  step.action = BackendScript::Action::kAnswer;
+  step.action = BackendScript::Action::Answer;
   step.number = *status;
   step.text = std::move(*text);
   if (size) step.text.resize(*size, 'x');

@@ -30,10 +30,10 @@ namespace commandfilter::testing {
 /// with # mean nothing.
 class BackendScript {
  public:
-  enum class Action { kAnswer, kSilence, kExit, kKill };
+  enum class Action { Answer, Silence, Exit, Kill };
 
   struct Step {
-    Action action = Action::kSilence;
+    Action action = Action::Silence;
     std::chrono::milliseconds after{0};
     /// The status of an answer, the number to exit with, or the signal.
     int number = 0;

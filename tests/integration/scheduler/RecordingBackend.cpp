@@ -135,9 +135,9 @@ class RecordingBackend {
   void note(const std::string& event) { writeAll(events_, event + "\n"); }
 
   void schedule(const BackendScript::Step& step, cups_sc_command_t command) {
-    if (step.action == BackendScript::Action::kSilence) return;
+    if (step.action == BackendScript::Action::Silence) return;
     Clock::time_point due = Clock::now() + step.after;
-    if (step.action == BackendScript::Action::kAnswer) {
+    if (step.action == BackendScript::Action::Answer) {
       // A backend answers one request after the other.
       due = lastAnswer_ = std::max(due, lastAnswer_);
     }
@@ -169,17 +169,17 @@ class RecordingBackend {
       pending_.erase(pending_.begin() + static_cast<std::ptrdiff_t>(i));
       const std::string number = std::to_string(due.step.number);
       switch (due.step.action) {
-        case BackendScript::Action::kAnswer:
+        case BackendScript::Action::Answer:
           answer(due.command, static_cast<cups_sc_status_t>(due.step.number), due.step.text);
           break;
-        case BackendScript::Action::kExit:
+        case BackendScript::Action::Exit:
           note("exit " + number);
           return due.step.number;
-        case BackendScript::Action::kKill:
+        case BackendScript::Action::Kill:
           note("kill " + number);
           ::raise(due.step.number);
           break;
-        case BackendScript::Action::kSilence:
+        case BackendScript::Action::Silence:
           break;
       }
     }
@@ -210,7 +210,7 @@ class RecordingBackend {
       schedule(*step, command);
     } else {
       BackendScript::Step none;
-      none.action = BackendScript::Action::kAnswer;
+      none.action = BackendScript::Action::Answer;
       none.number = CUPS_SC_STATUS_NOT_IMPLEMENTED;
       schedule(none, command);
     }
