@@ -1,9 +1,29 @@
 #include "evaluation/ADMAggregateEvaluationContext.h"
 
-#include "evaluation/IterationNames.h"
+#include <cstddef>
+#include <iterator>
+
+#include "runtime/Array.h"
+#include "runtime/Cast.h"
+#include "runtime/Description.h"
 #include "runtime/Send.h"
+#include "runtime/StackGuard.h"
 
 namespace commandfilter {
+
+namespace {
+
+// A text or an array as long as it was before it was extended.
+Value beginning(const Value& value, std::size_t size) {
+  if (const auto* text = castTo<String>(value)) {
+    return make<String>(text->view().substr(0, size));
+  }
+  const auto& array = *castTo<Array>(value);
+  return Array::create(
+      {array.begin(), std::next(array.begin(), static_cast<std::ptrdiff_t>(size))});
+}
+
+}  // namespace
 
 constinit const Class ADMAggregateEvaluationContext::kClass{
     .name = "ADMAggregateEvaluationContext", .base = &ADMArrayEvaluationContext::kClass};
@@ -25,17 +45,65 @@ ADMAggregateEvaluationContext::initWithParentContext_globalConfiguration_element
                                              std::move(elementsList), std::move(initialValue));
 }
 
-Value ADMAggregateEvaluationContext::processSelector(const EvaluationName& name) {
-  if (name.selector()) {
-    const IterationNames& names = iterationNames();
-    const Selector& selector = *name.selector();
-    if (selector == names.element) return currentElement();
-    if (selector == names.index) return currentIndex();
-    if (selector == names.initial) return initialValue_;
-    if (commandfilter::respondsToSelector(service(), selector)) {
-      return processSelectorImpl(selector);
-    }
+Value ADMAggregateEvaluationContext::initialValue() {
+  if (partialResult_) return partialResult_->elementsSoFar();
+  if (initialSize_) setInitialValue(beginning(initialValue_, *initialSize_));
+  return initialValue_;
+}
+
+void ADMAggregateEvaluationContext::setInitialValue(Value value) noexcept {
+  partialResult_ = nullptr;
+  initialSize_ = std::nullopt;
+  initialValue_ = std::move(value);
+}
+
+void ADMAggregateEvaluationContext::setPartialResult(Ref<PartialResult> result) noexcept {
+  partialResult_ = std::move(result);
+}
+
+bool ADMAggregateEvaluationContext::isOwn(const Value& value) const noexcept {
+  return value.isObject() && value.object() == initialValue_.object() &&
+         value.object()->referenceCount() == 2;
+}
+
+Ref<String> ADMAggregateEvaluationContext::concatenate(Value left, const Value& right) {
+  if (!isOwn(left) || !left.isKind(ObjectKind::String)) {
+    return ADMArrayEvaluationContext::concatenate(std::move(left), right);
   }
+  // Only a collection's text can fail, and would take the accumulator along.
+  const Value addition = right.isObject() ? Value(describe(right)) : right;
+  if (!initialSize_) initialSize_ = castTo<String>(left)->view().size();
+  initialValue_ = nullptr;
+  Ref<String> extended = concatenateTexts(std::move(left), addition);
+  initialValue_ = extended;
+  return extended;
+}
+
+Ref<Array> ADMAggregateEvaluationContext::extendArray(Value left, const Value& right) {
+  if (!isOwn(left)) return ADMArrayEvaluationContext::extendArray(std::move(left), right);
+  if (!initialSize_) initialSize_ = castTo<Array>(left)->count();
+  initialValue_ = nullptr;
+  Ref<Array> extended = arrayExtendedBy(std::move(left), right);
+  initialValue_ = extended;
+  return extended;
+}
+
+Value ADMAggregateEvaluationContext::processSelector(const EvaluationName& name) {
+  switch (name.symbol()) {
+    case EvaluationSymbol::Element:
+      return currentElement();
+    case EvaluationSymbol::Index:
+      return currentIndex();
+    case EvaluationSymbol::Initial:
+      return initialValue();
+    default:
+      break;
+  }
+  if (name.selector() && commandfilter::respondsToSelector(service(), *name.selector())) {
+    return processSelectorImpl(*name.selector());
+  }
+  // Aggregations inside each other ask one another.
+  StackGuard::check();
   return parentContext_->processSelector(name);
 }
 

@@ -1,9 +1,12 @@
 // Contexts of the aggregate procedures.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "evaluation/ADMArrayEvaluationContext.h"
+#include "evaluation/PartialResult.h"
 
 namespace commandfilter {
 
@@ -21,9 +24,17 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   Value processSelector(const EvaluationName& name) override;
+  /// Extends the accumulator in place when nobody else holds it, so that building a text step by
+  /// step costs linear time. Until the step's result is set, `initialValue` is what it was.
+  Ref<String> concatenate(Value left, const Value& right) override;
+  /// Does the same for an array.
+  Ref<Array> extendArray(Value left, const Value& right) override;
 
-  [[nodiscard]] const Value& initialValue() const noexcept { return initialValue_; }
-  void setInitialValue(Value value) noexcept { initialValue_ = std::move(value); }
+  /// The accumulator; of a growing list, the elements so far.
+  [[nodiscard]] Value initialValue();
+  void setInitialValue(Value value) noexcept;
+  /// Makes a growing list the accumulator.
+  void setPartialResult(Ref<PartialResult> result) noexcept;
   /// The current element as it is stored: the null object stays one.
   [[nodiscard]] Value element() const { return currentElement(); }
 
@@ -36,8 +47,15 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
                                 Value initialValue);
   ~ADMAggregateEvaluationContext() override = default;
 
+  /// True for the accumulator when this context and the caller hold it and nobody else.
+  [[nodiscard]] bool isOwn(const Value& value) const noexcept;
+
   Ref<ADMEvaluationContext> parentContext_;
   Value initialValue_;
+  /// How much of the text or array is the accumulator, when a step has extended it.
+  std::optional<std::size_t> initialSize_;
+  /// The accumulator when it is a growing list.
+  RefPtr<PartialResult> partialResult_;
 };
 
 }  // namespace commandfilter

@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "evaluation/IterationNames.h"
-#include "runtime/Array.h"
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
 #include "runtime/Send.h"
@@ -35,17 +33,17 @@ constinit const Class ADMArrayEvaluationContext::kClass{.name = "ADMArrayEvaluat
 ADMArrayEvaluationContext::ADMArrayEvaluationContext(Value statusService,
                                                      RefPtr<Dictionary> globalConfiguration,
                                                      Value elementsList)
-    : Implements(std::move(statusService), std::move(globalConfiguration)),
-      elementsList_(std::move(elementsList)),
-      listSize_(countOf(elementsList_)) {}
+    : Implements(std::move(statusService), std::move(globalConfiguration)) {
+  setElementsList(std::move(elementsList));
+}
 
 ADMArrayEvaluationContext::ADMArrayEvaluationContext(Value statusService,
                                                      RefPtr<Dictionary> globalConfiguration,
                                                      Value elementsList,
                                                      ADMEvaluationContext& parent)
-    : Implements(std::move(statusService), std::move(globalConfiguration), parent),
-      elementsList_(std::move(elementsList)),
-      listSize_(countOf(elementsList_)) {}
+    : Implements(std::move(statusService), std::move(globalConfiguration), parent) {
+  setElementsList(std::move(elementsList));
+}
 
 Ref<ADMArrayEvaluationContext>
 ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
@@ -54,33 +52,35 @@ ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsLis
                                          std::move(elementsList));
 }
 
-bool ADMArrayEvaluationContext::iterateNext() {
-  ++currentElement_;
-  return currentElement_ < listSize_;
-}
-
-void ADMArrayEvaluationContext::resetIteration(const Value& list) {
-  if (!list.isNil() && !list.isIdenticalTo(elementsList_)) elementsList_ = list;
-  listSize_ = countOf(elementsList_);
+void ADMArrayEvaluationContext::setElementsList(Value list) {
+  listSize_ = countOf(list);
+  elementsList_ = std::move(list);
+  array_ = castTo<Array>(elementsList_);
   currentElement_ = 0;
 }
 
-Value ADMArrayEvaluationContext::currentElement() const {
-  if (elementsList_.isNil()) return {};
-  const auto* array = castTo<Array>(elementsList_);
-  if (array == nullptr) throw Exception("a dictionary has no element at an index");
-  return currentElement_ < array->count() ? (*array)[currentElement_] : Value();
+void ADMArrayEvaluationContext::resetIteration(const Value& list) {
+  setElementsList(list.isNil() ? elementsList_ : list);
+}
+
+Value ADMArrayEvaluationContext::missingElement() const {
+  if (array_ == nullptr && !elementsList_.isNil()) {
+    throw Exception("a dictionary has no element at an index");
+  }
+  return {};
 }
 
 Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& name) {
-  if (name.selector()) {
-    const IterationNames& names = iterationNames();
-    const Selector& selector = *name.selector();
-    // Without an element the name is still known, and stands for nil.
-    if (selector == names.element || selector == names.identifier) return currentElement().orNull();
-    if (selector == names.index) return currentIndex();
+  switch (name.symbol()) {
+    case EvaluationSymbol::Element:
+    case EvaluationSymbol::Identifier:
+      // Without an element the name is still known, and stands for nil.
+      return currentElement().orNull();
+    case EvaluationSymbol::Index:
+      return currentIndex();
+    default:
+      return ADMEvaluationContextBase::serviceSymbolForNameImpl(name);
   }
-  return ADMEvaluationContextBase::serviceSymbolForNameImpl(name);
 }
 
 Value ADMArrayEvaluationContext::processSelectorImpl(const Selector& selector) {

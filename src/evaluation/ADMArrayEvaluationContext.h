@@ -6,6 +6,7 @@
 
 #include "evaluation/ADMEvaluationContextBase.h"
 #include "evaluation/protocol/ADMArrayIteration.h"
+#include "runtime/Array.h"
 
 namespace commandfilter {
 
@@ -24,7 +25,7 @@ class COMMANDFILTER_EXPORT ADMArrayEvaluationContext
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
 
-  bool iterateNext() final;
+  bool iterateNext() final { return ++currentElement_ < listSize_; }
   [[nodiscard]] bool endOfIteration() const final { return currentElement_ >= listSize_; }
   /// @throws Exception when the list is neither an array nor a dictionary.
   void resetIteration(const Value& list) final;
@@ -46,11 +47,19 @@ class COMMANDFILTER_EXPORT ADMArrayEvaluationContext
   ~ADMArrayEvaluationContext() override = default;
 
   /// The element as it is stored; nil behind the last, and before there is a list.
-  [[nodiscard]] Value currentElement() const;
+  [[nodiscard]] Value currentElement() const {
+    const bool isThere = array_ != nullptr && currentElement_ < array_->count();
+    return isThere ? (*array_)[currentElement_] : missingElement();
+  }
   [[nodiscard]] Value currentIndex() const noexcept { return Number::integer(currentElement_); }
 
  private:
+  void setElementsList(Value list);
+  [[nodiscard]] Value missingElement() const;
+
   Value elementsList_;
+  /// The list when it is an array.
+  const Array* array_ = nullptr;
   std::uint64_t listSize_ = 0;
   std::uint64_t currentElement_ = 0;
 };

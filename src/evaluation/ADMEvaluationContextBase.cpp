@@ -1,6 +1,5 @@
 #include "evaluation/ADMEvaluationContextBase.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 #include <vector>
@@ -27,22 +26,10 @@ constexpr std::array<const MethodGroup*, 3> kGroups{
     &kSetProcedures,
 };
 
-// The built-in names, found once.
-struct SymbolNames {
-  Selector nil{"nil"};
-  Selector service{"service"};
-  Selector yes{"true"};
-  Selector no{"false"};
-};
-
-const SymbolNames& symbolNames() {
-  static const SymbolNames names;
-  return names;
-}
-
 bool standsForCurrent(const Value& component) {
   const auto* text = castTo<String>(component);
-  return text != nullptr && (text->isEmpty() || text->view() == "@");
+  // Nearly all components are longer, which is told at once.
+  return text != nullptr && text->view().size() <= 1 && (text->isEmpty() || text->view() == "@");
 }
 
 }  // namespace
@@ -70,8 +57,10 @@ ADMEvaluationContextBase::ADMEvaluationContextBase(Value statusService,
                                                    ADMEvaluationContext& parent)
     : ADMEvaluationContextBase(std::move(statusService), std::move(globalConfiguration)) {
   if (auto* base = castTo<ADMEvaluationContextBase>(&parent.object())) {
-    if (!base->macros_) base->macros_ = CompiledMacros::create();
-    macros_ = base->macros_;
+    CompiledMacros* macros = base->compiledMacros();
+    if (macros != nullptr && &macros->configuration() == globalConfiguration_.get()) {
+      macros_ = RefPtr<CompiledMacros>(macros);
+    }
   }
 }
 
@@ -100,14 +89,18 @@ void ADMEvaluationContextBase::setRuntimeErrorWithArguments(
 }
 
 Value ADMEvaluationContextBase::serviceSymbolForNameImpl(const EvaluationName& name) {
-  if (!name.selector()) return {};
-  const SymbolNames& symbols = symbolNames();
-  const Selector& selector = *name.selector();
-  if (selector == symbols.nil) return Value::null();
-  if (selector == symbols.service) return statusService_.orNull();
-  if (selector == symbols.yes) return Value::boolean(true);
-  if (selector == symbols.no) return Value::boolean(false);
-  return {};
+  switch (name.symbol()) {
+    case EvaluationSymbol::Nil:
+      return Value::null();
+    case EvaluationSymbol::Service:
+      return statusService_.orNull();
+    case EvaluationSymbol::True:
+      return Value::boolean(true);
+    case EvaluationSymbol::False:
+      return Value::boolean(false);
+    default:
+      return {};
+  }
 }
 
 Value ADMEvaluationContextBase::processSelectorImpl(const Selector& /*selector*/) { return {}; }
@@ -125,29 +118,38 @@ Value ADMEvaluationContextBase::processSelector(const EvaluationName& name) {
 }
 
 Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* components) {
-  if (components == nullptr || components->isEmpty()) return {};
-  if (statusService_.isNil()) return {};
-  RefPtr<Array> path(const_cast<Array*>(components));  // NOLINT: shared, not changed
-  if (std::ranges::any_of(*components, standsForCurrent)) {
-    std::vector<Value> replaced;
-    replaced.reserve(components->count());
-    for (const Value& component : *components) {
-      Value part = standsForCurrent(component) ? defaultServiceSymbolValue() : component;
-      if (!part.isNil()) replaced.push_back(std::move(part));
-    }
-    path = Array::create(std::move(replaced));
+  if (components == nullptr || components->isEmpty() || statusService_.isNil()) return {};
+  RefPtr<Array> replaced;
+  for (const Value& component : *components) {
+    if (!standsForCurrent(component)) continue;
+    replaced = withCurrent(*components);
+    components = replaced.get();
+    break;
   }
-  auto* source = castTo<ADMFeaturePathSource>(statusService_);
-  if (source == nullptr) {
-    throw Exception(
-        "the status service: unrecognized selector "
-        "valueForFeaturePathComponents:errorInfo:");
-  }
+  if (featurePathSource_ == nullptr) findFeaturePathSource();
   RefPtr<String> errorInfo;
-  Value value = source->valueForFeaturePathComponents_errorInfo(*path, errorInfo);
+  Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(*components, errorInfo);
   if (!errorInfo) return value;
   setRuntimeError(errorInfo->view());
   return {};
+}
+
+Ref<Array> ADMEvaluationContextBase::withCurrent(const Array& components) {
+  std::vector<Value> replaced;
+  replaced.reserve(components.count());
+  for (const Value& component : components) {
+    Value part = standsForCurrent(component) ? defaultServiceSymbolValue() : component;
+    if (!part.isNil()) replaced.push_back(std::move(part));
+  }
+  return Array::create(std::move(replaced));
+}
+
+void ADMEvaluationContextBase::findFeaturePathSource() {
+  featurePathSource_ = castTo<ADMFeaturePathSource>(statusService_);
+  if (featurePathSource_ != nullptr) return;
+  throw Exception(
+      "the status service: unrecognized selector "
+      "valueForFeaturePathComponents:errorInfo:");
 }
 
 Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationName& name,
@@ -162,25 +164,23 @@ Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationN
       return procedure->invoke(Value::sharing(this), std::span(&items, 1));
     }
   }
-  if (globalConfiguration_) {
-    const auto* macros = castTo<Dictionary>(globalConfiguration_->objectForKey("TemplateMacroses"));
-    const Value macro = macros != nullptr ? macros->objectForKey(Value(name.string())) : Value();
-    if (!macro.isNil()) {
-      const auto* expression = castTo<String>(macro);
-      if (expression == nullptr) throw Exception("a macro is no text: " + name.string()->text());
-      return executeMacro(*expression, arguments);
-    }
+  CompiledMacros* macros = compiledMacros();
+  if (const CompiledMacro* macro = macros != nullptr ? macros->macroNamed(name) : nullptr) {
+    return executeMacro(*macro, arguments);
   }
   setRuntimeError("Can not find procedure %@", name.string());
   return {};
 }
 
-Value ADMEvaluationContextBase::executeMacro(const String& expression, const Array* arguments) {
+CompiledMacros* ADMEvaluationContextBase::compiledMacros() {
+  if (!macros_ && globalConfiguration_) macros_ = CompiledMacros::create(*globalConfiguration_);
+  return macros_.get();
+}
+
+Value ADMEvaluationContextBase::executeMacro(const CompiledMacro& macro, const Array* arguments) {
   const Ref<ADMMacrosEvaluationContext> context =
       ADMMacrosEvaluationContext::contextWithArguments_parentContext(
           arguments, Ref<ADMEvaluationContext>(*this));
-  if (!macros_) macros_ = CompiledMacros::create();
-  const CompiledMacro& macro = macros_->macroForExpression(expression);
   if (macro.error) context->setLastError(macro.error);
   if (macro.processor->rootItem() == nullptr) return {};
   return macro.processor->executeWithContext(*context);

@@ -17,6 +17,8 @@
 
 namespace commandfilter {
 
+class ADMFeaturePathSource;
+
 /// Resolves names, feature paths and procedures. The procedures are methods named "execute" + name
 /// + "Procedure:" that take the argument items as an array, nil for none; a class below adds
 /// procedures by adding such methods, and names by overriding the hooks.
@@ -72,11 +74,19 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  Value executeMacro(const String& expression, const Array* arguments);
+  /// The path with what "@" stands for in its place.
+  [[nodiscard]] Ref<Array> withCurrent(const Array& components);
+  /// @throws Exception when the status service answers no feature paths.
+  void findFeaturePathSource();
+  /// nil without a configuration. Borrowed.
+  [[nodiscard]] CompiledMacros* compiledMacros();
+  Value executeMacro(const CompiledMacro& macro, const Array* arguments);
 
   RefPtr<MutableDictionary> commonCache_;
   RefPtr<ADMEvaluationError> lastError_;
   Value statusService_;
+  /// The status service as feature paths see it; nullptr until the first is asked for.
+  ADMFeaturePathSource* featurePathSource_ = nullptr;
   RefPtr<Dictionary> globalConfiguration_;
   RefPtr<CompiledMacros> macros_;
 };

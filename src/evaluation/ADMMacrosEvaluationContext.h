@@ -32,7 +32,12 @@ class COMMANDFILTER_EXPORT ADMMacrosEvaluationContext final : public ADMEvaluati
   ADMMacrosEvaluationContext(const Array* arguments, Ref<ADMEvaluationContext> parentContext);
   ~ADMMacrosEvaluationContext() override = default;
 
-  Ref<ADMEvaluationContext> parentContext_;
+  [[nodiscard]] static const Ref<ADMEvaluationContext>& answeringContext(
+      const Ref<ADMEvaluationContext>& parentContext) noexcept;
+
+  /// The first of the parent and its parents that is not a macro's. A macro leaves everything but
+  /// its own arguments to it, so that macros in macros need no walk through all of them.
+  Ref<ADMEvaluationContext> answering_;
   /// The null object for an argument without a value.
   std::vector<Value> values_;
   /// All values as "argv" gives them; made when it is asked for.

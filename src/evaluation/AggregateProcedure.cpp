@@ -1,10 +1,173 @@
-// placeholder
+// The procedures that evaluate an expression for each element of a list.
 #include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "evaluation/ADMAggregateEvaluationContext.h"
+#include "evaluation/AppendingStep.h"
+#include "evaluation/PartialResult.h"
+#include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/SortedElements.h"
+#include "runtime/Cast.h"
+#include "runtime/Comparison.h"
 
 namespace commandfilter {
 
-constinit const MethodGroup kAggregateProcedure{"AggregateProcedure", {}};
+namespace {
+
+constexpr std::string_view kWrongSort = "Invalid args in Sort procedure";
+// _Filter reports it as well; the text is part of the contract.
+constexpr std::string_view kWrongAggregateIf = "Invalid args in AggregateIf procedure";
+constexpr std::string_view kWrongAggregate = "Invalid args in Aggregate procedure";
+
+// True for everything but nil, NO and the numbers that equal it.
+bool holds(const Value& condition) {
+  if (condition.isNumber()) return condition.number().boolValue();
+  return !condition.isNil() && !equal(condition, Value::boolean(false));
+}
+
+// A context that walks over the list. Errors of the expressions that are evaluated for the
+// elements stay in it.
+Ref<ADMAggregateEvaluationContext> contextFor(ADMEvaluationContextBase& context, const Value& list,
+                                              Value initialValue) {
+  RefPtr<Dictionary> configuration(
+      const_cast<Dictionary*>(context.globalConfiguration()));  // NOLINT: shared, not changed
+  return ADMAggregateEvaluationContext::
+      initWithParentContext_globalConfiguration_elementsList_initialValue(
+          Ref<ADMEvaluationContext>(context), std::move(configuration), list,
+          std::move(initialValue));
+}
+
+// The accumulator of an aggregation, and the step that changes it.
+class Accumulation {
+ public:
+  Accumulation(ADMAggregateEvaluationContext& context, const Value& step)
+      : context_(context), step_(step) {
+    auto* start = castTo<Array>(context.initialValue());
+    if (start == nullptr) return;
+    appendingStep_ = AppendingStep::ofItem(step);
+    if (!appendingStep_) return;
+    list_ = CollectedElements::create(Ref<Array>(*start));
+    context.setPartialResult(Ref<PartialResult>(*list_));
+  }
+
+  // Takes the step for the current element; false when it failed, which changes nothing.
+  bool advance() {
+    if (list_) return appendToList();
+    Value value = evaluateItem(step_, context_);
+    if (context_.lastError() != nullptr) return false;
+    context_.setInitialValue(std::move(value));
+    return true;
+  }
+
+  [[nodiscard]] Value result() {
+    return list_ ? Value(list_->takeElements()) : context_.initialValue();
+  }
+
+ private:
+  bool appendToList() {
+    std::vector<Value> additions = appendingStep_->additions(context_);
+    if (context_.lastError() != nullptr) return false;
+    for (Value& addition : additions) list_->append(std::move(addition));
+    return true;
+  }
+
+  ADMAggregateEvaluationContext& context_;
+  const Value& step_;
+  std::optional<AppendingStep> appendingStep_;
+  // The accumulator of an appending step.
+  RefPtr<CollectedElements> list_;
+};
+
+/// _Sort(list, key): the elements in the ascending order of their keys.
+Value sort(ADMEvaluationContextBase& context, const Array* items) {
+  if (countOf(items) < 2) return failWith(context, kWrongSort);
+  const Value list = evaluateArgument(items, 0, context);
+  auto* elements = castTo<Array>(list);
+  if (elements == nullptr) return failWith(context, kWrongSort);
+  if (elements->isEmpty()) return Array::create();
+  const Ref<SortedElements> sorted = SortedElements::create(Ref<Array>(*elements));
+  const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
+  walk->setPartialResult(sorted);
+  for (; !walk->endOfIteration(); walk->iterateNext()) {
+    walk->clearErrors();
+    Value key = evaluateArgument(items, 1, *walk);
+    if (walk->lastError() != nullptr) break;
+    sorted->insertNext(std::move(key));
+  }
+  return sorted->elementsSoFar();
+}
+
+/// _Filter(list, condition): the elements for which the condition holds.
+Value filter(ADMEvaluationContextBase& context, const Array* items) {
+  if (countOf(items) < 2) return failWith(context, kWrongAggregateIf);
+  const Value list = evaluateArgument(items, 0, context);
+  if (list.isNil()) return {};
+  const auto* elements = castTo<Array>(list);
+  if (elements == nullptr) return failWith(context, kWrongAggregateIf);
+  if (elements->isEmpty()) return Array::create();
+  const Ref<CollectedElements> kept = CollectedElements::create();
+  const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
+  walk->setPartialResult(kept);
+  for (; !walk->endOfIteration(); walk->iterateNext()) {
+    walk->clearErrors();
+    const Value condition = evaluateArgument(items, 1, *walk);
+    if (walk->lastError() != nullptr) break;
+    if (holds(condition)) kept->append(walk->element());
+  }
+  return kept->takeElements();
+}
+
+/// _AggregateIf(list, condition, step, initial): the accumulator after the steps of the elements
+/// for which the condition holds.
+Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
+  if (countOf(items) < 4) return failWith(context, kWrongAggregateIf);
+  const Value list = evaluateArgument(items, 0, context);
+  if (list.isNil()) return {};
+  const auto* elements = castTo<Array>(list);
+  if (elements == nullptr) return failWith(context, kWrongAggregateIf);
+  Value initialValue = evaluateArgument(items, 3, context);
+  if (elements->isEmpty()) return initialValue;
+  const Ref<ADMAggregateEvaluationContext> walk =
+      contextFor(context, list, std::move(initialValue));
+  Accumulation accumulation(*walk, (*items)[2]);
+  for (; !walk->endOfIteration(); walk->iterateNext()) {
+    walk->clearErrors();
+    const Value condition = evaluateArgument(items, 1, *walk);
+    if (walk->lastError() != nullptr) break;
+    if (holds(condition) && !accumulation.advance()) break;
+  }
+  return accumulation.result();
+}
+
+/// _Aggregate(list, step [, initial]): the accumulator after the steps of all elements.
+Value aggregate(ADMEvaluationContextBase& context, const Array* items) {
+  if (countOf(items) < 2) return failWith(context, kWrongAggregate);
+  const Value list = evaluateArgument(items, 0, context);
+  if (list.isNil()) return {};
+  const auto* elements = castTo<Array>(list);
+  if (elements == nullptr) return failWith(context, kWrongAggregate);
+  Value initialValue = countOf(items) > 2 ? evaluateArgument(items, 2, context) : Value();
+  if (elements->isEmpty()) return initialValue;
+  const Ref<ADMAggregateEvaluationContext> walk =
+      contextFor(context, list, std::move(initialValue));
+  Accumulation accumulation(*walk, (*items)[1]);
+  while (!walk->endOfIteration() && accumulation.advance()) walk->iterateNext();
+  return accumulation.result();
+}
+
+constexpr std::array kMethods{
+    method<&sort>("executeSortProcedure:"),
+    method<&filter>("executeFilterProcedure:"),
+    method<&aggregateIf>("executeAggregateIfProcedure:"),
+    method<&aggregate>("executeAggregateProcedure:"),
+};
+
+}  // namespace
+
+constinit const MethodGroup kAggregateProcedure{"AggregateProcedure", kMethods};
 
 }  // namespace commandfilter

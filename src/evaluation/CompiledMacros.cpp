@@ -1,14 +1,29 @@
 #include "evaluation/CompiledMacros.h"
 
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "runtime/Cast.h"
+#include "runtime/Exception.h"
 
 namespace commandfilter {
 
 constinit const Class CompiledMacros::kClass{.name = "CompiledMacros", .base = &Object::kClass};
 
-Ref<CompiledMacros> CompiledMacros::create() { return make<CompiledMacros>(); }
+Ref<CompiledMacros> CompiledMacros::create(const Dictionary& configuration) {
+  return make<CompiledMacros>(configuration);
+}
 
-const CompiledMacro& CompiledMacros::macroForExpression(const String& expression) {
+const CompiledMacro* CompiledMacros::findMacro(const EvaluationName& name) {
+  const auto* table = castTo<Dictionary>(configuration_.objectForKey("TemplateMacroses"));
+  const Value found = table != nullptr ? table->objectForKey(Value(name.string())) : Value();
+  if (found.isNil()) return nullptr;
+  const auto* expression = castTo<String>(found);
+  if (expression == nullptr) throw Exception("a macro is no text: " + name.string()->text());
+  const CompiledMacro& macro = compiled(*expression);
+  if (name.selector()) recent_[placeOf(name)] = {&name.selector()->name(), &macro};
+  return &macro;
+}
+
+const CompiledMacro& CompiledMacros::compiled(const String& expression) {
   const auto found = macros_.find(&expression);
   if (found != macros_.end()) return found->second;
   // A context of its own catches the error, which is then recorded wherever the macro is called.

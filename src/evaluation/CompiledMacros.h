@@ -1,11 +1,16 @@
 // Macros that have been compiled already.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <map>
+#include <string>
 
 #include "evaluation/protocol/ADMEvaluationError.h"
+#include "evaluation/protocol/EvaluationName.h"
 #include "expression/ADMEvaluationProcessor.h"
 #include "runtime/Class.h"
+#include "runtime/Dictionary.h"
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
 #include "runtime/String.h"
@@ -21,24 +26,48 @@ struct CompiledMacro {
 };
 
 /// The macros that the contexts of one evaluation have called. A context and those that are made
-/// for its evaluation share one.
+/// for its evaluation share one, as far as they share the configuration.
 class CompiledMacros final : public Object {
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<CompiledMacros> create();
+  /// For the macros of a global configuration, which must outlive this.
+  [[nodiscard]] static Ref<CompiledMacros> create(const Dictionary& configuration);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
-  /// The compiled form of the expression, compiled on the first call.
-  [[nodiscard]] const CompiledMacro& macroForExpression(const String& expression);
+  /// The configuration that the macros stand in.
+  [[nodiscard]] const Dictionary& configuration() const noexcept { return configuration_; }
+  /// The macro of that name, compiled on the first call; nullptr when there is none.
+  /// @throws Exception when what stands under the name is no text.
+  [[nodiscard]] const CompiledMacro* macroNamed(const EvaluationName& name) {
+    const Recent& recent = recent_[placeOf(name)];
+    if (name.selector() && recent.name == &name.selector()->name()) return recent.macro;
+    return findMacro(name);
+  }
 
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  CompiledMacros() = default;
+  /// A macro that was called not long ago. The name of its procedure's selector is one address.
+  struct Recent {
+    const std::string* name = nullptr;
+    const CompiledMacro* macro = nullptr;
+  };
+  static constexpr std::size_t kPlaces = 16;
+
+  explicit CompiledMacros(const Dictionary& configuration) noexcept
+      : configuration_(configuration) {}
   ~CompiledMacros() override = default;
 
+  [[nodiscard]] static std::size_t placeOf(const EvaluationName& name) noexcept {
+    return name.selector() ? (name.selector()->hash() >> 5U) % kPlaces : 0;
+  }
+  [[nodiscard]] const CompiledMacro* findMacro(const EvaluationName& name);
+  [[nodiscard]] const CompiledMacro& compiled(const String& expression);
+
+  const Dictionary& configuration_;
+  std::array<Recent, kPlaces> recent_{};
   // By identity: a template holds each macro's text once, and the processor keeps it alive.
   std::map<const String*, CompiledMacro> macros_;
 };

@@ -11,7 +11,6 @@
 #include "runtime/Comparison.h"
 #include "runtime/Dictionary.h"
 #include "runtime/StackGuard.h"
-#include "runtime/TextConcatenation.h"
 
 namespace commandfilter {
 
@@ -28,18 +27,15 @@ bool isFalse(const Value& value) {
 bool isNumberOrNil(const Value& value) { return value.isNil() || value.isNumber(); }
 std::int32_t bitsOf(const Value& value) { return value.isNil() ? 0 : value.number().intValue(); }
 
-// An array followed by the elements of another, or by one value.
-Value extendArray(const Array& left, const Value& right) {
-  std::vector<Value> elements;
-  const auto* other = castTo<Array>(right);
-  elements.reserve(left.count() + (other != nullptr ? other->count() : 1));
-  elements.insert(elements.end(), left.begin(), left.end());
-  if (other != nullptr) {
-    elements.insert(elements.end(), other->begin(), other->end());
-  } else {
-    elements.push_back(right);
-  }
-  return Array::create(std::move(elements));
+// Apart from the operations, which would otherwise make room for it whenever they begin.
+[[gnu::cold, gnu::noinline]] Value failAtRuntime(const ADMEvaluationItemBase& item,
+                                                 ADMEvaluationContext& context,
+                                                 std::string_view message) {
+  return fail(item, context, ErrorCategory::Runtime, message);
+}
+
+Value evaluateOperand(const ADMEvaluationItemBase* operand, ADMEvaluationContext& context) {
+  return operand != nullptr ? operand->evaluate(context) : Value();
 }
 
 }  // namespace
@@ -53,21 +49,14 @@ Ref<ADMEvaluationBinaryOperation> ADMEvaluationBinaryOperation::itemWithOperatio
 }
 
 Value ADMEvaluationBinaryOperation::evaluate(ADMEvaluationContext& context) const {
-  const Operator* row = operatorOfType(type());
-  if (row == nullptr || row->perform == nullptr) {
-    return fail(*this, context, ErrorCategory::Runtime, "Unknown operation type: %d",
-                codeOf(type()));
-  }
   StackGuard::check();
+  const Operator* row = operatorOfType(type());
+  if (row == nullptr || row->perform == nullptr) return failAsUnknown(context);
   return (this->*row->perform)(context);
 }
 
-Value ADMEvaluationBinaryOperation::evaluateLeft(ADMEvaluationContext& context) const {
-  return leftOperand() != nullptr ? leftOperand()->evaluate(context) : Value();
-}
-
-Value ADMEvaluationBinaryOperation::evaluateRight(ADMEvaluationContext& context) const {
-  return rightOperand() != nullptr ? rightOperand()->evaluate(context) : Value();
+Value ADMEvaluationBinaryOperation::failAsUnknown(ADMEvaluationContext& context) const {
+  return fail(*this, context, ErrorCategory::Runtime, "Unknown operation type: %d", codeOf(type()));
 }
 
 Value ADMEvaluationBinaryOperation::performMakeListOperation(
@@ -90,20 +79,23 @@ Value ADMEvaluationBinaryOperation::performMakeListOperation(
 }
 
 Value ADMEvaluationBinaryOperation::performOrOperation(ADMEvaluationContext& context) const {
-  Value left = evaluateLeft(context);
-  return isFalse(left) ? evaluateRight(context) : left;
+  Value left = evaluateOperand(leftOperand(), context);
+  if (isFalse(left)) return evaluateOperand(rightOperand(), context);
+  return left;
 }
 
 Value ADMEvaluationBinaryOperation::performAndOperation(ADMEvaluationContext& context) const {
-  Value left = evaluateLeft(context);
+  Value left = evaluateOperand(leftOperand(), context);
   if (isFalse(left)) return left;
-  Value right = evaluateRight(context);
-  return isFalse(right) || left.isBoolean() ? right : left;
+  if (left.isBoolean()) return evaluateOperand(rightOperand(), context);
+  Value right = evaluateOperand(rightOperand(), context);
+  if (isFalse(right)) return right;
+  return left;
 }
 
 bool ADMEvaluationBinaryOperation::operandsAreEqual(ADMEvaluationContext& context) const {
-  const Value left = evaluateLeft(context);
-  const Value right = evaluateRight(context);
+  const Value left = evaluateOperand(leftOperand(), context);
+  const Value right = evaluateOperand(rightOperand(), context);
   return equal(left, right);
 }
 
@@ -118,10 +110,10 @@ Value ADMEvaluationBinaryOperation::performUnequalityOperation(
 
 Value ADMEvaluationBinaryOperation::performNumberComparisonOperation(
     ADMEvaluationContext& context) const {
-  const Value left = evaluateLeft(context);
-  const Value right = evaluateRight(context);
+  const Value left = evaluateOperand(leftOperand(), context);
+  const Value right = evaluateOperand(rightOperand(), context);
   if (!left.isNumber() || !right.isNumber()) {
-    return fail(*this, context, ErrorCategory::Runtime, kWrongComparison);
+    return failAtRuntime(*this, context, kWrongComparison);
   }
   const std::int32_t first = left.number().intValue();
   const std::int32_t second = right.number().intValue();
@@ -138,11 +130,11 @@ Value ADMEvaluationBinaryOperation::performNumberComparisonOperation(
 }
 
 Value ADMEvaluationBinaryOperation::performBitOperation(ADMEvaluationContext& context) const {
-  const Value left = evaluateLeft(context);
-  const Value right = evaluateRight(context);
+  const Value left = evaluateOperand(leftOperand(), context);
+  const Value right = evaluateOperand(rightOperand(), context);
   if (!isNumberOrNil(left) || !isNumberOrNil(right)) {
     // The text of the comparisons serves the bit operations as well.
-    return fail(*this, context, ErrorCategory::Runtime, kWrongComparison);
+    return failAtRuntime(*this, context, kWrongComparison);
   }
   const std::int32_t first = bitsOf(left);
   const std::int32_t second = bitsOf(right);
@@ -157,49 +149,43 @@ Value ADMEvaluationBinaryOperation::performBitOperation(ADMEvaluationContext& co
 }
 
 Value ADMEvaluationBinaryOperation::performConcatOperation(ADMEvaluationContext& context) const {
-  Value left = evaluateLeft(context);
-  if (left.isBoolean()) {
-    return fail(*this, context, ErrorCategory::Runtime, kWrongConcatenation);
+  Value left = evaluateOperand(leftOperand(), context);
+  if (left.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
+  const Value right = evaluateOperand(rightOperand(), context);
+  if (left.isKind(ObjectKind::Array)) {
+    if (right.isNil()) return left;
+    return context.extendArray(std::move(left), right);
   }
-  const Value right = evaluateRight(context);
-  if (const auto* array = castTo<Array>(left)) {
-    return right.isNil() ? left : extendArray(*array, right);
-  }
-  if (const auto* dictionary = castTo<Dictionary>(left)) {
-    // dictionary + (value, key)
-    const auto* list = castTo<ADMItemsList>(right);
-    const RefPtr<Array> items = list != nullptr ? list->items() : nullptr;
-    if (!items || items->count() != 2) {
-      return fail(*this, context, ErrorCategory::Runtime, kWrongArguments);
-    }
-    Value value = evaluateItem((*items)[0], context);
-    if (value.isNil()) return left;
-    Value key = evaluateItem((*items)[1], context);
-    if (key.isNil()) return left;
-    DictionaryBuilder builder(*dictionary);
-    builder.set(std::move(key), std::move(value));
-    return builder.build();
-  }
-  if (right.isBoolean()) {
-    return fail(*this, context, ErrorCategory::Runtime, kWrongConcatenation);
-  }
+  if (left.isKind(ObjectKind::Dictionary)) return extendDictionary(std::move(left), right, context);
+  if (right.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
   if (left.isNil() && right.isNil()) return {};
-  return concatenateTexts(std::move(left), right);
+  return context.concatenate(std::move(left), right);
+}
+
+// dictionary + (value, key)
+Value ADMEvaluationBinaryOperation::extendDictionary(Value left, const Value& right,
+                                                     ADMEvaluationContext& context) const {
+  const auto* list = castTo<ADMItemsList>(right);
+  const RefPtr<Array> items = list != nullptr ? list->items() : nullptr;
+  if (!items || items->count() != 2) return failAtRuntime(*this, context, kWrongArguments);
+  Value value = evaluateItem((*items)[0], context);
+  if (value.isNil()) return left;
+  Value key = evaluateItem((*items)[1], context);
+  if (key.isNil()) return left;
+  DictionaryBuilder builder(*castTo<Dictionary>(left));
+  builder.set(std::move(key), std::move(value));
+  return builder.build();
 }
 
 Value ADMEvaluationBinaryOperation::performConcatIfNotNilOperation(
     ADMEvaluationContext& context) const {
-  Value left = evaluateLeft(context);
+  Value left = evaluateOperand(leftOperand(), context);
   if (left.isNil()) return {};
-  if (left.isBoolean()) {
-    return fail(*this, context, ErrorCategory::Runtime, kWrongConcatenation);
-  }
-  const Value right = evaluateRight(context);
+  if (left.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
+  const Value right = evaluateOperand(rightOperand(), context);
   if (right.isNil()) return {};
-  if (right.isBoolean()) {
-    return fail(*this, context, ErrorCategory::Runtime, kWrongConcatenation);
-  }
-  return concatenateTexts(std::move(left), right);
+  if (right.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
+  return context.concatenate(std::move(left), right);
 }
 
 void ADMEvaluationBinaryOperation::print(TreePrinter& printer) const {

@@ -49,9 +49,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
   using ADMEvaluationBinaryOperationBase::ADMEvaluationBinaryOperationBase;
   ~ADMEvaluationBinaryOperation() override = default;
 
-  [[nodiscard]] Value evaluateLeft(ADMEvaluationContext& context) const;
-  [[nodiscard]] Value evaluateRight(ADMEvaluationContext& context) const;
   [[nodiscard]] bool operandsAreEqual(ADMEvaluationContext& context) const;
+  [[nodiscard]] Value extendDictionary(Value left, const Value& right,
+                                       ADMEvaluationContext& context) const;
+  [[nodiscard, gnu::cold, gnu::noinline]] Value failAsUnknown(ADMEvaluationContext& context) const;
 };
 
 }  // namespace commandfilter

@@ -1,5 +1,6 @@
 #include "expression/ADMEvaluationFeaturePath.h"
 
+#include "expression/EvaluationFailure.h"
 #include "expression/TreePrinter.h"
 
 namespace commandfilter {
@@ -13,7 +14,9 @@ Ref<ADMEvaluationFeaturePath> ADMEvaluationFeaturePath::itemWithFeaturePathCompo
 }
 
 Value ADMEvaluationFeaturePath::evaluate(ADMEvaluationContext& context) const {
-  return context.valueForFeaturePathComponents(featurePath_.get());
+  Value value = context.valueForFeaturePathComponents(featurePath_.get());
+  if (value.isNil()) noteFailure(*this, context);
+  return value;
 }
 
 void ADMEvaluationFeaturePath::print(TreePrinter& printer) const {

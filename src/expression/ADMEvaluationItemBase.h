@@ -1,6 +1,10 @@
 // The base of every item of an expression.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "evaluation/protocol/SourceRange.h"
 #include "expression/ItemType.h"
@@ -29,8 +33,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
 
   [[nodiscard]] ItemType type() const noexcept { return type_; }
   /// The item's own token in the source; empty for what the compiler inserted.
-  [[nodiscard]] const SourceRange& sourceRange() const noexcept { return range_; }
-  void setSourceRange(const SourceRange& range) noexcept { range_ = range; }
+  [[nodiscard]] SourceRange sourceRange() const noexcept { return {begin_, end_}; }
+  void setSourceRange(const SourceRange& range) noexcept {
+    begin_ = static_cast<Place>(std::min<std::size_t>(range.begin, UINT32_MAX));
+    end_ = static_cast<Place>(std::min<std::size_t>(range.end, UINT32_MAX));
+  }
 
   /// The item's value; nil without an error when there is none, nil with an error on the context
   /// when the evaluation failed.
@@ -49,8 +56,13 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
   ~ADMEvaluationItemBase() override = default;
 
  private:
+  // Half the size of a range's own, because there are many items. Places in a text of more than
+  // 4 GiB stop there.
+  using Place = std::uint32_t;
+
   ItemType type_;
-  SourceRange range_;
+  Place begin_ = 0;
+  Place end_ = 0;
 };
 
 /// Evaluates an element of an argument list.

@@ -1,9 +1,11 @@
 #include "expression/ADMEvaluationLexer.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -67,8 +69,8 @@ void ADMEvaluationLexer::putCharBack() noexcept {
 }
 
 void ADMEvaluationLexer::skipWhitespaces() noexcept {
-  while (currentPosition_ < units_.length() && isBlankUnit(units_[currentPosition_])) {
-    ++currentPosition_;
+  if (currentPosition_ < units_.length()) {
+    currentPosition_ = units_.skipWhile(currentPosition_, isBlankUnit);
   }
 }
 
@@ -77,11 +79,11 @@ void ADMEvaluationLexer::applyTerminator(char16_t unit) noexcept {
 }
 
 template <typename Belongs>
-std::size_t ADMEvaluationLexer::readWhile(Belongs&& belongs) noexcept {
-  char16_t unit = nextChar();
-  while (unit != 0 && belongs(unit)) unit = nextChar();
-  const std::size_t end = currentPosition_ - 1;
-  applyTerminator(unit);
+std::size_t ADMEvaluationLexer::readWhile(Belongs belongs) noexcept {
+  const std::size_t end = units_.skipWhile(currentPosition_, belongs);
+  // The end of the expression is read as well, and a blank.
+  const bool takesTerminator = end == units_.length() || isBlankUnit(units_[end]);
+  currentPosition_ = takesTerminator ? end + 1 : end;
   return end;
 }
 
@@ -96,39 +98,22 @@ bool ADMEvaluationLexer::endsWith(std::size_t end, char16_t closing) const noexc
 }
 
 Ref<String> ADMEvaluationLexer::stringBetween(std::size_t begin, std::size_t end) const {
+  if (const std::optional<std::string_view> text = units_.view(begin, end)) {
+    return make<String>(*text);
+  }
   return make<String>(units_.substring(begin, end));
-}
-
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
-  skipWhitespaces();
-  const std::size_t begin = currentPosition_;
-  RefPtr<ADMEvaluationItemBase> item = readItem();
-  if (!item) return nullptr;
-  std::size_t end = std::min(currentPosition_, units_.length());
-  while (end > begin + 1 && isBlankUnit(units_[end - 1])) --end;
-  item->setSourceRange({begin, end});
-  previousType_ = item->type();
-  return item;
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readItem() {
   const char16_t unit = nextChar();
-  bool selected = true;
-  RefPtr<ADMEvaluationItemBase> item = readSymbol(unit, selected);
-  if (selected) return item;
-  if (isDigitUnit(unit) || unit == u'-') {
-    putCharBack();
-    return readNumber();
-  }
   if (isLetterUnit(unit)) {
     putCharBack();
     return readOperator();
   }
-  return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
-}
-
-// The item that a symbol begins; `selected` becomes false when the unit begins none.
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readSymbol(char16_t unit, bool& selected) {
+  if (isDigitUnit(unit) || unit == u'-') {
+    putCharBack();
+    return readNumber();
+  }
   switch (unit) {
     case 0:
       return nullptr;
@@ -166,9 +151,20 @@ RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readSymbol(char16_t unit, bool
       return itemOfOperator(*operatorOfSymbol({&symbol, 1}));
     }
     default:
-      selected = false;
-      return nullptr;
+      return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
   }
+}
+
+RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
+  skipWhitespaces();
+  const std::size_t begin = currentPosition_;
+  RefPtr<ADMEvaluationItemBase> item = readItem();
+  if (!item) return nullptr;
+  std::size_t end = std::min(currentPosition_, units_.length());
+  while (end > begin + 1 && isBlankUnit(units_[end - 1])) --end;
+  item->setSourceRange({begin, end});
+  previousType_ = item->type();
+  return item;
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNotOrUnequal() {
@@ -252,44 +248,64 @@ Ref<String> ADMEvaluationLexer::readSelector() {
                        readWhile([](char16_t unit) { return unit == u':' || isNameUnit(unit); }));
 }
 
-RefPtr<Array> ADMEvaluationLexer::readIdentifiersPath() {
-  const auto trimmedBetween = [this](std::size_t begin, std::size_t end) {
-    return String::create(std::string(trimmed(units_.substring(begin, end))));
+Ref<String> ADMEvaluationLexer::trimmedBetween(std::size_t begin, std::size_t end) const {
+  const auto isNeverTrimmed = [this](std::size_t at) {
+    return units_[at] > u' ' && units_[at] < 128;
   };
-  std::vector<Value> components;
-  std::size_t begin = currentPosition_;
-  std::size_t end = readTo(u'}');
-  if (!endsWith(end, u'}')) return nullptr;
-  components.emplace_back(trimmedBetween(begin, end));
+  if (begin < end && isNeverTrimmed(begin) && isNeverTrimmed(end - 1)) {
+    return stringBetween(begin, end);
+  }
+  return String::create(std::string(trimmed(units_.substring(begin, end))));
+}
+
+RefPtr<Array> ADMEvaluationLexer::readIdentifiersPath() {
+  PathPlaces places;
+  places.nameBegin = currentPosition_;
+  places.nameEnd = readTo(u'}');
+  if (!endsWith(places.nameEnd, u'}')) return nullptr;
+  std::size_t end = places.nameEnd + 1;
   char16_t unit = nextChar();
-  RefPtr<String> key;
   if (unit == u'[') {
-    begin = currentPosition_;
-    end = readTo(u']');
-    if (!endsWith(end, u']')) return nullptr;
-    key = trimmedBetween(begin, end);
+    places.hasKey = true;
+    places.keyBegin = currentPosition_;
+    places.keyEnd = readTo(u']');
+    if (!endsWith(places.keyEnd, u']')) return nullptr;
+    end = places.keyEnd + 1;
     unit = nextChar();
   }
   if (unit == u'.') {
-    begin = currentPosition_;
-    end = readWhile([](char16_t c) { return c == u'.' || isNameUnit(c); });
-    const std::size_t first = begin;
-    for (std::size_t at = begin; first != end && at <= end; ++at) {
-      if (at != end && units_[at] != u'.') continue;
-      components.emplace_back(stringBetween(begin, at));
-      begin = at + 1;
-    }
+    places.partsBegin = currentPosition_;
+    places.partsEnd = readWhile([](char16_t c) { return c == u'.' || isNameUnit(c); });
+    end = places.partsEnd;
   } else {
     applyTerminator(unit);
   }
-  if (key) components.emplace_back(key);
+  const std::optional<std::string_view> text = units_.view(places.nameBegin, end);
+  if (!text) return pathAt(places);
+  return recentPaths_.pathFor(*text, [&] { return pathAt(places); });
+}
+
+Ref<Array> ADMEvaluationLexer::pathAt(const PathPlaces& places) const {
+  std::vector<Value> components;
+  constexpr std::size_t kUsual = 3;
+  components.reserve(kUsual);
+  components.emplace_back(trimmedBetween(places.nameBegin, places.nameEnd));
+  for (std::size_t begin = places.partsBegin; places.partsBegin != places.partsEnd;) {
+    const std::size_t end = std::min(
+        units_.skipWhile(begin, [](char16_t unit) { return unit != u'.'; }), places.partsEnd);
+    components.emplace_back(stringBetween(begin, end));
+    if (end == places.partsEnd) break;
+    begin = end + 1;
+  }
+  if (places.hasKey) components.emplace_back(trimmedBetween(places.keyBegin, places.keyEnd));
   return Array::create(std::move(components));
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readOperator() {
   const std::size_t begin = currentPosition_;
   const std::size_t end = readWhile(isLetterUnit);
-  if (const Operator* row = operatorOfWord(lowercase(units_.substring(begin, end)))) {
+  const std::optional<std::string_view> word = units_.view(begin, end);
+  if (const Operator* row = operatorOfWord(word ? *word : units_.substring(begin, end))) {
     return itemOfOperator(*row);
   }
   return fail("Incorrect operator at %d", currentPosition_);

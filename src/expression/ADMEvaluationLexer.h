@@ -9,6 +9,7 @@
 #include "expression/ADMEvaluationItemBase.h"
 #include "expression/CodeUnits.h"
 #include "expression/ItemType.h"
+#include "expression/RecentPaths.h"
 #include "runtime/Array.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -44,6 +45,17 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   ADMEvaluationLexer(Ref<String> expression, Ref<ADMEvaluationContext> context);
   ~ADMEvaluationLexer() override = default;
 
+  // Where the parts of a feature path stand: the name, what follows the first full stop, the key.
+  struct PathPlaces {
+    std::size_t nameBegin = 0;
+    std::size_t nameEnd = 0;
+    std::size_t partsBegin = 0;
+    std::size_t partsEnd = 0;
+    std::size_t keyBegin = 0;
+    std::size_t keyEnd = 0;
+    bool hasKey = false;
+  };
+
   // The readers start behind the character that selected them. The end of the expression reads as
   // the unit 0.
   char16_t nextChar() noexcept;
@@ -53,7 +65,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   void applyTerminator(char16_t unit) noexcept;
   /// Reads units that belong to a name, and the unit behind them. Gives where the name ends.
   template <typename Belongs>
-  std::size_t readWhile(Belongs&& belongs) noexcept;
+  std::size_t readWhile(Belongs belongs) noexcept;
 
   /// Reads up to the closing unit and that unit, or to the end. Gives where the text in between
   /// ends.
@@ -62,7 +74,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   [[nodiscard]] bool endsWith(std::size_t end, char16_t closing) const noexcept;
 
   RefPtr<ADMEvaluationItemBase> readItem();
-  RefPtr<ADMEvaluationItemBase> readSymbol(char16_t unit, bool& selected);
   RefPtr<ADMEvaluationItemBase> readProcedure();
   RefPtr<ADMEvaluationItemBase> readNotOrUnequal();
   RefPtr<ADMEvaluationItemBase> readNumber();
@@ -72,6 +83,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   Ref<String> readSelector();
   RefPtr<String> readString();
   RefPtr<Array> readIdentifiersPath();
+  [[nodiscard]] Ref<Array> pathAt(const PathPlaces& places) const;
+  [[nodiscard]] Ref<String> trimmedBetween(std::size_t begin, std::size_t end) const;
   [[nodiscard]] Ref<String> stringBetween(std::size_t begin, std::size_t end) const;
   [[nodiscard]] Number numberBetween(std::size_t begin, std::size_t end, int base,
                                      bool negative) const;
@@ -84,6 +97,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   Ref<ADMEvaluationContext> context_;
   std::size_t currentPosition_ = 0;
   ItemType previousType_ = ItemType::StartOfExpression;
+  RecentPaths recentPaths_;
 };
 
 }  // namespace commandfilter

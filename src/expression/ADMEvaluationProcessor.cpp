@@ -15,13 +15,30 @@ namespace {
 
 using Item = RefPtr<ADMEvaluationItemBase>;
 
+// Tells an error that is recorded from now on which expression it belongs to. Its items only know
+// their places.
+class ErrorWatch {
+ public:
+  explicit ErrorWatch(const ADMEvaluationContext& context)
+      : context_(context), before_(context.recordedError()) {}
+
+  void noteExpression(const Ref<String>& expression) const {
+    ADMEvaluationError* error = context_.recordedError();
+    if (error != nullptr && error != before_.get()) error->noteExpression(expression);
+  }
+
+ private:
+  const ADMEvaluationContext& context_;
+  // Held, so that no new error can be taken for it.
+  RefPtr<ADMEvaluationError> before_;
+};
+
 // One compilation: an operand stack, and a stack of operators that wait for their right operand.
 class Compilation {
  public:
   Compilation(const Ref<String>& expression, const Ref<ADMEvaluationContext>& context)
       : lexer_(ADMEvaluationLexer::initWithExpressionString_evaluationContext(expression, context)),
-        context_(context),
-        expression_(expression) {}
+        context_(context) {}
 
   // The root of the tree; nil after an error.
   Item compile() {
@@ -34,11 +51,6 @@ class Compilation {
     Item root = operands_->take();
     if (root && operands_->empty()) return root;
     return fail("Incorrect Expression", std::nullopt);
-  }
-
-  // Errors that the lexer recorded know their place but not their expression.
-  void noteExpression() const {
-    if (ADMEvaluationError* error = context_->recordedError()) error->noteExpression(expression_);
   }
 
  private:
@@ -76,12 +88,10 @@ class Compilation {
         type == ItemType::MakeList &&
         (previous_ == ItemType::OpeningBrace || previous_ == ItemType::MakeList);
     if (elementLeftOut) operands_->push(ADMEvaluationString::itemWithString(nullptr));
-    for (Item top = operators_->top();
-         top && top->type() != ItemType::OpeningBrace && codeOf(top->type()) >= codeOf(type);
-         top = operators_->top()) {
-      operators_->pop();
+    while (!operators_->empty() && operators_->topType() != ItemType::OpeningBrace &&
+           codeOf(operators_->topType()) >= codeOf(type)) {
       // An operator without operands is dropped, and what it took is lost.
-      operands_->pushWithSubtreeCreation(top);
+      operands_->pushWithSubtreeCreation(operators_->take());
     }
     operators_->push(std::move(item));
   }
@@ -106,7 +116,6 @@ class Compilation {
 
   Ref<ADMEvaluationLexer> lexer_;
   const Ref<ADMEvaluationContext>& context_;
-  const Ref<String>& expression_;
   Ref<ADMEvaluationStack> operands_ = ADMEvaluationStack::create();
   Ref<ADMEvaluationStack> operators_ = ADMEvaluationStack::create();
   ItemType previous_ = ItemType::StartOfExpression;
@@ -130,20 +139,17 @@ Ref<ADMEvaluationProcessor> ADMEvaluationProcessor::processorWithExpressionStrin
 
 void ADMEvaluationProcessor::compileExpression(const Ref<String>& expression) {
   if (rootItem_) return;
-  Compilation compilation(expression, context_);
-  rootItem_ = compilation.compile();
-  compilation.noteExpression();
+  expressionString_ = expression;
+  const ErrorWatch watch(*context_);
+  rootItem_ = Compilation(expression, context_).compile();
+  watch.noteExpression(expression);
 }
 
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
   if (!rootItem_) return {};
+  const ErrorWatch watch(context);
   Value result = rootItem_->evaluate(context);
-  if (result.isNil()) {
-    // Only now it is known which expression the place of an error belongs to.
-    if (ADMEvaluationError* error = context.recordedError()) {
-      error->noteExpression(expressionString_);
-    }
-  }
+  watch.noteExpression(expressionString_);
   return result;
 }
 

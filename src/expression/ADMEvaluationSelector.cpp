@@ -1,5 +1,6 @@
 #include "expression/ADMEvaluationSelector.h"
 
+#include "expression/EvaluationFailure.h"
 #include "expression/TreePrinter.h"
 
 namespace commandfilter {
@@ -12,7 +13,9 @@ Ref<ADMEvaluationSelector> ADMEvaluationSelector::itemWithSelectorName(Ref<Strin
 }
 
 Value ADMEvaluationSelector::evaluate(ADMEvaluationContext& context) const {
-  return context.processSelector(name_);
+  Value value = context.processSelector(name_);
+  if (value.isNil()) noteFailure(*this, context);
+  return value;
 }
 
 void ADMEvaluationSelector::print(TreePrinter& printer) const {

@@ -25,22 +25,37 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
 
   [[nodiscard]] bool empty() const noexcept { return elements_.empty(); }
   /// The top, which stays alive with the result; nil when the stack is empty.
-  [[nodiscard]] RefPtr<ADMEvaluationItemBase> top() const noexcept;
+  [[nodiscard]] RefPtr<ADMEvaluationItemBase> top() const noexcept {
+    return elements_.empty() ? nullptr : RefPtr<ADMEvaluationItemBase>(elements_.back());
+  }
+  /// The type of the top, which must be there.
+  [[nodiscard]] ItemType topType() const noexcept { return elements_.back()->type(); }
   /// Removes the top; does nothing on an empty stack.
-  void pop() noexcept;
+  void pop() noexcept {
+    if (!elements_.empty()) elements_.pop_back();
+  }
   /// The top, removed; nil when the stack is empty.
-  [[nodiscard]] RefPtr<ADMEvaluationItemBase> take() noexcept;
+  [[nodiscard]] RefPtr<ADMEvaluationItemBase> take() noexcept {
+    if (elements_.empty()) return nullptr;
+    RefPtr<ADMEvaluationItemBase> item = std::move(elements_.back());
+    elements_.pop_back();
+    return item;
+  }
   /// Puts an item on top; nil is ignored.
-  void push(RefPtr<ADMEvaluationItemBase> item);
+  void push(RefPtr<ADMEvaluationItemBase> item) {
+    if (item) elements_.push_back(Ref<ADMEvaluationItemBase>::adopt(*item.leak()));
+  }
   /// Lets the item put itself on top, operators with what they take from the stack as operands.
   /// False for nil and for an operator whose operands are missing.
-  bool pushWithSubtreeCreation(const RefPtr<ADMEvaluationItemBase>& item);
+  bool pushWithSubtreeCreation(const RefPtr<ADMEvaluationItemBase>& item) {
+    return item && item->pushToStack(*this);
+  }
 
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  ADMEvaluationStack() = default;
+  ADMEvaluationStack();
   ~ADMEvaluationStack() override = default;
 
   std::vector<Ref<ADMEvaluationItemBase>> elements_;

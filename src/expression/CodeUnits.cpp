@@ -17,8 +17,9 @@ bool isTrail(char16_t unit) noexcept { return unit >= kTrail && unit < 0xE000; }
 
 }  // namespace
 
-CodeUnits::CodeUnits(std::string_view text) : text_(text), length_(text.size()) {
-  if (isASCII(text)) return;
+CodeUnits::CodeUnits(std::string_view text)
+    : text_(text), length_(text.size()), isASCII_(isASCII(text)) {
+  if (isASCII_) return;
   wide_.reserve(text.size());
   for (std::size_t offset = 0; offset < text.size();) {
     const char32_t c = nextCodePoint(text, offset);
@@ -33,19 +34,20 @@ CodeUnits::CodeUnits(std::string_view text) : text_(text), length_(text.size()) 
 }
 
 std::size_t CodeUnits::findOrNull(char16_t unit, std::size_t start) const noexcept {
-  if (start >= length_) return length_;
-  if (wide_.empty()) {
-    const std::string_view rest = text_.substr(start);
-    const std::string_view head = rest.substr(0, rest.find(static_cast<char>(unit)));
-    return start + std::min(head.find('\0'), head.size());
-  }
-  std::size_t offset = start;
-  while (offset < length_ && wide_[offset] != unit && wide_[offset] != 0) ++offset;
-  return offset;
+  const auto goesOn = [unit](char16_t each) { return each != unit && each != 0; };
+  // Most texts end soon; only for longer ones a search of the library is worth its start.
+  constexpr std::size_t kSoon = 24;
+  const std::size_t soon = std::min(length_, start + kSoon);
+  const std::size_t found = skipWhile(start, soon, goesOn);
+  if (found < soon || found >= length_) return std::min(found, length_);
+  if (!isASCII_) return skipWhile(found, goesOn);
+  const std::string_view rest = text_.substr(found);
+  const std::string_view head = rest.substr(0, rest.find(static_cast<char>(unit)));
+  return found + std::min(head.find('\0'), head.size());
 }
 
 std::string CodeUnits::substring(std::size_t begin, std::size_t end) const {
-  if (wide_.empty()) return std::string(text_.substr(begin, end - begin));
+  if (isASCII_) return std::string(text_.substr(begin, end - begin));
   std::string text;
   text.reserve(end - begin);
   for (std::size_t i = begin; i < end; ++i) {

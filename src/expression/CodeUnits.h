@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,18 +18,44 @@ class COMMANDFILTER_EXPORT CodeUnits {
 
   [[nodiscard]] std::size_t length() const noexcept { return length_; }
   [[nodiscard]] char16_t operator[](std::size_t index) const noexcept {
-    return wide_.empty() ? static_cast<unsigned char>(text_[index]) : wide_[index];
+    return isASCII_ ? static_cast<unsigned char>(text_[index]) : wide_[index];
+  }
+  /// The offset of the first unit at or after `start` that does not belong; the length when there
+  /// is none.
+  template <typename Belongs>
+  [[nodiscard]] std::size_t skipWhile(std::size_t start, Belongs belongs) const noexcept {
+    return skipWhile(start, length_, belongs);
   }
   /// The offset of the first unit at or after `start` that is `unit` or 0; the length when there is
   /// none.
   [[nodiscard]] std::size_t findOrNull(char16_t unit, std::size_t start) const noexcept;
   /// The units from `begin` up to `end` as UTF-8.
   [[nodiscard]] std::string substring(std::size_t begin, std::size_t end) const;
+  /// The same where they stand in the text; nothing when the text is not ASCII.
+  [[nodiscard]] std::optional<std::string_view> view(std::size_t begin,
+                                                     std::size_t end) const noexcept {
+    if (!isASCII_) return std::nullopt;
+    return text_.substr(begin, end - begin);
+  }
 
  private:
+  // The same up to `end`, which is what it gives when there is none.
+  template <typename Belongs>
+  [[nodiscard]] std::size_t skipWhile(std::size_t start, std::size_t end,
+                                      Belongs belongs) const noexcept {
+    std::size_t offset = start;
+    if (isASCII_) {
+      while (offset < end && belongs(static_cast<unsigned char>(text_[offset]))) ++offset;
+    } else {
+      while (offset < end && belongs(wide_[offset])) ++offset;
+    }
+    return offset;
+  }
+
   std::string_view text_;
   std::u16string wide_;
   std::size_t length_;
+  bool isASCII_;
 };
 
 }  // namespace commandfilter

@@ -22,4 +22,11 @@ template <typename... Arguments>
   return {};
 }
 
+/// After nil from the context: an error that came with it belongs to the item, unless it is an
+/// older one or another expression's; these know their expressions already.
+inline void noteFailure(const ADMEvaluationItemBase& item, const ADMEvaluationContext& context) {
+  ADMEvaluationError* error = context.recordedError();
+  if (error != nullptr && !error->expression()) error->noteSourceRange(item.sourceRange());
+}
+
 }  // namespace commandfilter

@@ -5,27 +5,29 @@
 
 namespace commandfilter {
 
-namespace {
-
 using Operation = ADMEvaluationBinaryOperation;
 
-constexpr std::array<Operator, 15> kOperators{{
-    {ItemType::MakeList, ",", {}, &Operation::performMakeListOperation},
+constexpr std::array<Operator, 15> detail::kOperators{{
+    {ItemType::MakeList, ",", {"", ""}, &Operation::performMakeListOperation},
     {ItemType::Or, "|", {"or", "else"}, &Operation::performOrOperation},
     {ItemType::And, "&", {"and", "then"}, &Operation::performAndOperation},
-    {ItemType::Equal, "=", {"eq"}, &Operation::performEqualityOperation},
-    {ItemType::NotEqual, "!=", {"ne"}, &Operation::performUnequalityOperation},
-    {ItemType::Less, "", {"lt"}, &Operation::performNumberComparisonOperation},
-    {ItemType::LessOrEqual, "", {"le"}, &Operation::performNumberComparisonOperation},
-    {ItemType::Greater, "", {"gt"}, &Operation::performNumberComparisonOperation},
-    {ItemType::GreaterOrEqual, "", {"ge"}, &Operation::performNumberComparisonOperation},
-    {ItemType::Concatenate, "+", {}, &Operation::performConcatOperation},
-    {ItemType::ConcatenateIfNotNil, "~", {}, &Operation::performConcatIfNotNilOperation},
-    {ItemType::BitAnd, "", {"bitand"}, &Operation::performBitOperation},
-    {ItemType::BitOr, "", {"bitor"}, &Operation::performBitOperation},
-    {ItemType::BitXor, "", {"bitxor"}, &Operation::performBitOperation},
-    {ItemType::Not, "!", {"not"}, nullptr},
+    {ItemType::Equal, "=", {"eq", ""}, &Operation::performEqualityOperation},
+    {ItemType::NotEqual, "!=", {"ne", ""}, &Operation::performUnequalityOperation},
+    {ItemType::Less, "", {"lt", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::LessOrEqual, "", {"le", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::Greater, "", {"gt", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::GreaterOrEqual, "", {"ge", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::Concatenate, "+", {"", ""}, &Operation::performConcatOperation},
+    {ItemType::ConcatenateIfNotNil, "~", {"", ""}, &Operation::performConcatIfNotNilOperation},
+    {ItemType::BitAnd, "", {"bitand", ""}, &Operation::performBitOperation},
+    {ItemType::BitOr, "", {"bitor", ""}, &Operation::performBitOperation},
+    {ItemType::BitXor, "", {"bitxor", ""}, &Operation::performBitOperation},
+    {ItemType::Not, "!", {"not", ""}, nullptr},
 }};
+
+namespace {
+
+using detail::kOperators;
 
 constexpr std::int32_t kFirst = codeOf(ItemType::MakeList);
 
@@ -39,25 +41,75 @@ constexpr bool rowsStandInOrder() {
 static_assert(rowsStandInOrder());
 static_assert(codeOf(kOperators.back().type) + 1 == codeOf(ItemType::ProcedureCall));
 
-}  // namespace
+constexpr std::size_t kWordSlots = 64;
+constexpr std::size_t kSymbols = 128;
 
-std::span<const Operator> operators() noexcept { return kOperators; }
+// A word as a number: its letters in lower case, one a byte.
+using PackedWord = std::uint64_t;
+constexpr std::size_t kLongestWord = sizeof(PackedWord);
 
-const Operator* operatorOfType(ItemType type) noexcept {
-  const std::int32_t place = codeOf(type) - kFirst;
-  if (place < 0 || place >= static_cast<std::int32_t>(kOperators.size())) return nullptr;
-  return &kOperators[static_cast<std::size_t>(place)];
+constexpr PackedWord packed(std::string_view word) noexcept {
+  PackedWord letters = 0;
+  for (const char c : word) {
+    // Makes capitals small, and a letter of nothing else.
+    constexpr unsigned char kSmall = 0x20;
+    letters = letters << 8U | (static_cast<unsigned char>(c) | kSmall);
+  }
+  return letters;
 }
 
+// Where the search for a word begins.
+constexpr std::size_t slotOf(PackedWord word) noexcept {
+  constexpr PackedWord kGoldenRatio = 0x9E3779B97F4A7C15U;
+  return word * kGoldenRatio >> 32U & (kWordSlots - 1);
+}
+
+struct Word {
+  PackedWord letters = 0;
+  std::size_t row = 0;
+};
+
+constexpr std::array<Word, kWordSlots> wordsBySlot() {
+  std::array<Word, kWordSlots> slots{};
+  for (std::size_t row = 0; row < kOperators.size(); ++row) {
+    for (const std::string_view word : kOperators[row].words) {
+      if (word.empty()) continue;
+      std::size_t slot = slotOf(packed(word));
+      while (slots[slot].letters != 0) slot = (slot + 1) % kWordSlots;
+      slots[slot] = {packed(word), row};
+    }
+  }
+  return slots;
+}
+constexpr std::array<Word, kWordSlots> kWords = wordsBySlot();
+
+// The rows of the symbols that are one character.
+constexpr std::array<const Operator*, kSymbols> rowsBySymbol() {
+  std::array<const Operator*, kSymbols> rows{};
+  for (const Operator& row : kOperators) {
+    if (row.symbol.size() == 1) rows[static_cast<unsigned char>(row.symbol.front())] = &row;
+  }
+  return rows;
+}
+constexpr std::array<const Operator*, kSymbols> kRowsBySymbol = rowsBySymbol();
+
+}  // namespace
+
 const Operator* operatorOfWord(std::string_view word) noexcept {
-  if (word.empty()) return nullptr;
-  const auto found = std::ranges::find_if(kOperators, [word](const Operator& row) {
-    return row.words[0] == word || row.words[1] == word;
-  });
-  return found != kOperators.end() ? &*found : nullptr;
+  if (word.empty() || word.size() > kLongestWord) return nullptr;
+  const PackedWord letters = packed(word);
+  std::size_t slot = slotOf(letters);
+  while (kWords[slot].letters != 0 && kWords[slot].letters != letters) {
+    slot = (slot + 1) % kWordSlots;
+  }
+  return kWords[slot].letters != 0 ? &kOperators[kWords[slot].row] : nullptr;
 }
 
 const Operator* operatorOfSymbol(std::string_view symbol) noexcept {
+  if (symbol.size() == 1) {
+    const auto c = static_cast<unsigned char>(symbol.front());
+    return c < kSymbols ? kRowsBySymbol[c] : nullptr;
+  }
   if (symbol.empty()) return nullptr;
   const auto found = std::ranges::find(kOperators, symbol, &Operator::symbol);
   return found != kOperators.end() ? &*found : nullptr;

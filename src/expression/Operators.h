@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -23,13 +24,24 @@ struct Operator {
   Value (ADMEvaluationBinaryOperation::*perform)(ADMEvaluationContext& context) const;
 };
 
+namespace detail {
+
+// In the order of the codes, none of which is left out.
+COMMANDFILTER_EXPORT extern const std::array<Operator, 15> kOperators;
+
+}  // namespace detail
+
 /// All operators but the procedure call, lowest precedence first.
-[[nodiscard]] COMMANDFILTER_EXPORT std::span<const Operator> operators() noexcept;
+[[nodiscard]] inline std::span<const Operator> operators() noexcept { return detail::kOperators; }
 
 /// The row of a code; nullptr when the code is no operator's.
-[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfType(ItemType type) noexcept;
+[[nodiscard]] inline const Operator* operatorOfType(ItemType type) noexcept {
+  const auto place = static_cast<std::size_t>(codeOf(type) - codeOf(ItemType::MakeList));
+  return place < detail::kOperators.size() ? &detail::kOperators[place] : nullptr;
+}
 
-/// The row that has the word, given in lower case; nullptr when none has.
+/// The row that has the word, in any case; nullptr when none has. Only ASCII letters have cases
+/// here, which no other letter is one of.
 [[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfWord(std::string_view word) noexcept;
 
 /// The row that has the symbol; nullptr when none has.

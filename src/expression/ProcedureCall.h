@@ -3,6 +3,7 @@
 
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
+#include "expression/EvaluationFailure.h"
 #include "runtime/Array.h"
 #include "runtime/StackGuard.h"
 #include "runtime/Value.h"
@@ -15,9 +16,7 @@ namespace commandfilter {
                                          const Array* arguments) {
   StackGuard::check();
   Value result = context.executeProcedure_withArguments(name, arguments);
-  if (result.isNil()) {
-    if (ADMEvaluationError* error = context.recordedError()) error->noteSourceRange(item.sourceRange());
-  }
+  if (result.isNil()) noteFailure(item, context);
   return result;
 }
 

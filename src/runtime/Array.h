@@ -40,6 +40,16 @@ class COMMANDFILTER_EXPORT Array final : public Object {
   [[nodiscard]] auto begin() const noexcept { return elements_.begin(); }
   [[nodiscard]] auto end() const noexcept { return elements_.end(); }
 
+  /// Says that whoever asks holds the only reference to the array.
+  class OnlyReference {
+    friend Ref<Array> arrayExtendedBy(Value left, const Value& right);
+    OnlyReference() = default;
+  };
+  /// The elements, to be extended with values that are not nil.
+  [[nodiscard]] std::vector<Value>& mutableElements(OnlyReference /*proof*/) noexcept {
+    return elements_;
+  }
+
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);

@@ -9,16 +9,16 @@
 
 namespace commandfilter {
 
-bool equal(const Value& left, const Value& right) {
-  if (left.isNumber()) return right.isNumber() && left.number() == right.number();
-  if (const Object* object = left.object()) {
-    return object == right.object() || object->isEqual(right);
-  }
-  return left.isIdenticalTo(right);
+bool detail::objectEquals(const Value& left, const Value& right) {
+  const Object& object = *left.object();
+  if (object.objectKind() != ObjectKind::String) return object.isEqual(right);
+  return right.isKind(ObjectKind::String) && static_cast<const String&>(object).view() ==
+                                                 static_cast<const String*>(right.object())->view();
 }
 
 std::size_t hashOf(const Value& value) {
   if (value.isNumber()) return value.number().hash();
+  if (value.isKind(ObjectKind::String)) return static_cast<const String*>(value.object())->hash();
   if (const Object* object = value.object()) return object->hash();
   return value.isNull() ? 1 : 0;
 }

@@ -9,9 +9,19 @@
 
 namespace commandfilter {
 
+namespace detail {
+
+// Equality of an object with another value.
+[[nodiscard]] COMMANDFILTER_EXPORT bool objectEquals(const Value& left, const Value& right);
+
+}  // namespace detail
+
 /// Value equality: numbers by mathematical value, strings by characters, collections element by
 /// element; nil equals only nil, the null object only itself.
-[[nodiscard]] COMMANDFILTER_EXPORT bool equal(const Value& left, const Value& right);
+[[nodiscard]] inline bool equal(const Value& left, const Value& right) {
+  if (left.isNumber()) return right.isNumber() && left.number() == right.number();
+  return left.isIdenticalTo(right) || (left.isObject() && detail::objectEquals(left, right));
+}
 
 /// Equal values have equal hashes.
 [[nodiscard]] COMMANDFILTER_EXPORT std::size_t hashOf(const Value& value);

@@ -22,7 +22,6 @@ using Index = std::vector<std::uint32_t>;
 // Up to this many entries a scan is faster than a table, and takes no memory.
 constexpr std::size_t kScanned = 8;
 constexpr std::uint32_t kFree = UINT32_MAX;
-constexpr std::size_t kAbsent = SIZE_MAX;
 constexpr Value kNil;
 
 // Hashes of numbers and addresses differ in few bits; all of them take part in the choice.
@@ -31,34 +30,44 @@ std::size_t firstSlot(std::size_t hash, std::size_t mask) {
   return static_cast<std::size_t>(((hash ^ (hash >> 32U)) * kGoldenRatio) >> 32U) & mask;
 }
 
-// The place of the entry that `matches`, in the scan or along the table's probe sequence.
+// The entry that `matches`, in the scan or along the table's probe sequence; nullptr when there is
+// none.
 template <typename Matches>
-std::size_t find(const Entries& entries, const Index& index, std::size_t hash, Matches&& matches) {
+const DictionaryEntry* find(const Entries& entries, const Index& index, std::size_t hash,
+                            Matches&& matches) {
   if (index.empty()) {
-    for (std::size_t place = 0; place < entries.size(); ++place) {
-      if (entries[place].hash == hash && matches(entries[place].key)) return place;
+    for (const DictionaryEntry& entry : entries) {
+      if (entry.hash == hash && matches(entry.key)) return &entry;
     }
-    return kAbsent;
+    return nullptr;
   }
   const std::size_t mask = index.size() - 1;
   for (std::size_t slot = firstSlot(hash, mask); index[slot] != kFree; slot = (slot + 1) & mask) {
-    const std::size_t place = index[slot];
-    if (entries[place].hash == hash && matches(entries[place].key)) return place;
+    const DictionaryEntry& entry = entries[index[slot]];
+    if (entry.hash == hash && matches(entry.key)) return &entry;
   }
-  return kAbsent;
+  return nullptr;
 }
 
-std::size_t find(const Entries& entries, const Index& index, const Value& key, std::size_t hash) {
-  return find(entries, index, hash, [&key](const Value& candidate) {
-    return candidate.isIdenticalTo(key) || equal(candidate, key);
-  });
+const DictionaryEntry* find(const Entries& entries, const Index& index, const Value& key,
+                            std::size_t hash) {
+  return find(entries, index, hash,
+              [&key](const Value& candidate) { return equal(candidate, key); });
 }
 
-std::size_t find(const Entries& entries, const Index& index, std::string_view key) {
+const DictionaryEntry* find(const Entries& entries, const Index& index, std::string_view key) {
   return find(entries, index, std::hash<std::string_view>{}(key), [key](const Value& candidate) {
     return candidate.isKind(ObjectKind::String) &&
            static_cast<const String*>(candidate.object())->view() == key;
   });
+}
+
+// The value for a key of any kind; nil when there is none.
+[[gnu::noinline]] const Value& valueForKey(const Entries& entries, const Index& index,
+                                           const Value& key) {
+  if (entries.empty() || key.isNil()) return kNil;
+  const DictionaryEntry* entry = find(entries, index, key, hashOf(key));
+  return entry != nullptr ? entry->value : kNil;
 }
 
 // Enters the place of an entry along the probe sequence of its hash.
@@ -109,8 +118,9 @@ bool Dictionary::isEqual(const Value& other) const {
   const auto& dictionary = static_cast<const Dictionary&>(*other.object());
   if (dictionary.count() != count()) return false;
   return std::ranges::all_of(entries_, [&dictionary](const DictionaryEntry& entry) {
-    const std::size_t place = find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
-    return place != kAbsent && equal(entry.value, dictionary.entries_[place].value);
+    const DictionaryEntry* same =
+        find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
+    return same != nullptr && equal(entry.value, same->value);
   });
 }
 
@@ -129,23 +139,32 @@ void Dictionary::appendDescription(std::string& text, int level) const {
 }
 
 const Value& Dictionary::objectForKey(const Value& key) const {
-  if (entries_.empty() || key.isNil()) return kNil;
-  const std::size_t place = find(entries_, index_, key, hashOf(key));
-  return place != kAbsent ? entries_[place].value : kNil;
+  if (!index_.empty() || !key.isKind(ObjectKind::String)) return valueForKey(entries_, index_, key);
+  // A text in a small dictionary is what nearly every look-up is about.
+  const auto& text = static_cast<const String&>(*key.object());
+  const std::size_t hash = text.hash();
+  for (const DictionaryEntry& entry : entries_) {
+    if (entry.hash != hash) continue;
+    if (entry.key.object() == &text) return entry.value;
+    const bool isSame = entry.key.isKind(ObjectKind::String)
+                            ? static_cast<const String&>(*entry.key.object()).view() == text.view()
+                            : equal(entry.key, key);
+    if (isSame) return entry.value;
+  }
+  return kNil;
 }
 
 const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
   if (entries_.empty()) return kNil;
-  const std::size_t place = find(entries_, index_, key);
-  return place != kAbsent ? entries_[place].value : kNil;
+  const DictionaryEntry* entry = find(entries_, index_, key);
+  return entry != nullptr ? entry->value : kNil;
 }
 
 void DictionaryBuilder::set(Value key, Value value) {
   assert(!key.isNil() && !value.isNil());
   const std::size_t hash = hashOf(key);
-  const std::size_t place = find(entries_, index_, key, hash);
-  if (place != kAbsent) {
-    entries_[place].value = std::move(value);
+  if (const DictionaryEntry* entry = find(entries_, index_, key, hash)) {
+    entries_[static_cast<std::size_t>(entry - entries_.data())].value = std::move(value);
     return;
   }
   entries_.push_back({std::move(key), std::move(value), hash});
@@ -157,9 +176,7 @@ void DictionaryBuilder::set(std::string_view key, Value value) {
 }
 
 const Value& DictionaryBuilder::objectForKey(const Value& key) const {
-  if (entries_.empty() || key.isNil()) return kNil;
-  const std::size_t place = find(entries_, index_, key, hashOf(key));
-  return place != kAbsent ? entries_[place].value : kNil;
+  return valueForKey(entries_, index_, key);
 }
 
 void DictionaryBuilder::clear() noexcept {

@@ -53,15 +53,10 @@ std::weak_ordering reversed(std::weak_ordering order) noexcept { return 0 <=> or
 
 }  // namespace
 
-std::int64_t Number::longValue() const noexcept {
-  if (isReal()) return truncated(real_);
-  if (encoding_ == 'Q') return static_cast<std::int64_t>(unsigned_);
-  return signed_;
-}
+std::int64_t Number::truncatedReal() const noexcept { return truncated(real_); }
 
 std::int8_t Number::charValue() const noexcept { return static_cast<std::int8_t>(longValue()); }
 std::int16_t Number::shortValue() const noexcept { return static_cast<std::int16_t>(longValue()); }
-std::int32_t Number::intValue() const noexcept { return static_cast<std::int32_t>(longValue()); }
 
 std::uint32_t Number::unsignedIntValue() const noexcept {
   return static_cast<std::uint32_t>(longValue());
@@ -82,8 +77,6 @@ double Number::doubleValue() const noexcept {
 }
 
 float Number::floatValue() const noexcept { return static_cast<float>(doubleValue()); }
-
-bool Number::boolValue() const noexcept { return isReal() ? real_ != 0 : signed_ != 0; }
 
 std::weak_ordering Number::compare(const Number& other) const noexcept {
   const bool real = isReal();

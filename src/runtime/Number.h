@@ -48,14 +48,18 @@ class COMMANDFILTER_EXPORT Number {
   // asked for as a C conversion cuts it.
   [[nodiscard]] std::int8_t charValue() const noexcept;
   [[nodiscard]] std::int16_t shortValue() const noexcept;
-  [[nodiscard]] std::int32_t intValue() const noexcept;
-  [[nodiscard]] std::int64_t longValue() const noexcept;
+  [[nodiscard]] std::int32_t intValue() const noexcept {
+    return static_cast<std::int32_t>(longValue());
+  }
+  [[nodiscard]] std::int64_t longValue() const noexcept {
+    return isReal() ? truncatedReal() : signed_;
+  }
   [[nodiscard]] std::uint32_t unsignedIntValue() const noexcept;
   [[nodiscard]] std::uint64_t unsignedLongValue() const noexcept;
   [[nodiscard]] double doubleValue() const noexcept;
   [[nodiscard]] float floatValue() const noexcept;
   /// False for zero of any encoding.
-  [[nodiscard]] bool boolValue() const noexcept;
+  [[nodiscard]] bool boolValue() const noexcept { return isReal() ? real_ != 0 : signed_ != 0; }
 
   /// Exact order by mathematical value, without rounding integers to reals. A NaN equals a NaN and
   /// stands before every other number, so that the order is total.
@@ -65,11 +69,16 @@ class COMMANDFILTER_EXPORT Number {
   void appendDescription(std::string& text) const;
 
   friend bool operator==(const Number& left, const Number& right) noexcept {
+    if (left.isSigned() && right.isSigned()) return left.signed_ == right.signed_;
     return left.compare(right) == 0;
   }
 
  private:
   friend class Value;
+
+  /// True for an integer that signed_ holds as it is.
+  [[nodiscard]] constexpr bool isSigned() const noexcept { return !isReal() && encoding_ != 'Q'; }
+  [[nodiscard]] std::int64_t truncatedReal() const noexcept;
 
   constexpr Number(char encoding, std::int64_t value) noexcept
       : signed_(value), encoding_(encoding) {}
@@ -93,7 +102,8 @@ class COMMANDFILTER_EXPORT Number {
     }
   }
 
-  // Unsigned 64-bit numbers use unsigned_, reals real_, everything else signed_.
+  // Unsigned 64-bit numbers use unsigned_, whose bits signed_ shows as well, reals real_,
+  // everything else signed_.
   union {
     std::int64_t signed_;
     std::uint64_t unsigned_;

@@ -11,6 +11,7 @@
 #include "runtime/Invocation.h"
 #include "runtime/LiveObjects.h"
 #include "runtime/MethodSignature.h"
+#include "runtime/ObjectMemory.h"
 #include "runtime/Value.h"
 
 namespace commandfilter {
@@ -32,22 +33,38 @@ struct Destruction {
   int depth = 0;
   const Object* waiting = nullptr;
 };
-thread_local Destruction destruction;  // NOLINT: the destruction that is under way
+// The destruction that is under way. The storage model saves a call at every access.
+[[gnu::tls_model("initial-exec")]] constinit thread_local Destruction destruction;
+
+// Objects of these kinds hold no others.
+constexpr bool holdsNothing(ObjectKind kind) noexcept {
+  return kind == ObjectKind::String || kind == ObjectKind::Data || kind == ObjectKind::Date;
+}
 
 }  // namespace
 
 constinit const Class Object::kClass{.name = "Object", .methods = kObjectMethods};
 
+void* Object::operator new(std::size_t size) { return ObjectMemory::allocate(size); }
+
+void Object::operator delete(void* memory, std::size_t size) noexcept {
+  ObjectMemory::release(memory, size);
+}
+
 void Object::destroy() const noexcept {
+  const auto destroyNow = [](const Object* object) {
+    LiveObjects::died(*object);
+    delete object;  // NOLINT(cppcoreguidelines-owning-memory): the last reference is gone
+  };
+  if (holdsNothing(kind_)) {
+    destroyNow(this);
+    return;
+  }
   if (destruction.depth >= kNestedDestructions) {
     state_.nextToDestroy = destruction.waiting;
     destruction.waiting = this;
     return;
   }
-  const auto destroyNow = [](const Object* object) {
-    LiveObjects::died(*object);
-    delete object;  // NOLINT(cppcoreguidelines-owning-memory): the last reference is gone
-  };
   ++destruction.depth;
   destroyNow(this);
   if (destruction.depth == 1) {

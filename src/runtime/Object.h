@@ -69,6 +69,10 @@ class COMMANDFILTER_EXPORT Object {
   /// The number of references, for tests and for extending a text in place.
   [[nodiscard]] std::uint32_t referenceCount() const noexcept { return state_.alive.count; }
 
+  /// Memory for an object; see ObjectMemory.
+  [[nodiscard]] static void* operator new(std::size_t size);
+  static void operator delete(void* memory, std::size_t size) noexcept;
+
   /// Used by `Ref` and `RefPtr` only.
   void ref() const noexcept {
     assert(state_.alive.count != 0 && "a reference to an object that is being destroyed");

@@ -44,6 +44,13 @@ std::optional<std::size_t> endOfPiece(std::string_view text, std::size_t start) 
   return end;
 }
 
+bool holdsNULUnit(std::string_view utf16) {
+  for (std::size_t i = 0; i + 1 < utf16.size(); i += 2) {
+    if (utf16[i] == '\0' && utf16[i + 1] == '\0') return true;
+  }
+  return false;
+}
+
 // A reader of a binary list's objects. Every offset is checked against the object area.
 class BinaryReader {
  public:
@@ -109,6 +116,8 @@ class BinaryReader {
     if (isText) {
       result.bytes = elements * (kind == kUTF16 ? 2 : 1);
       if (result.bytes > end_ - first) return std::nullopt;
+      // The parser ends the process when a key holds a NUL that it did not cut off itself.
+      if (kind == kUTF16 && holdsNULUnit(bytes_.substr(first, result.bytes))) return std::nullopt;
       return result;
     }
     result.isCollection = true;

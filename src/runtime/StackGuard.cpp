@@ -45,11 +45,11 @@ std::uintptr_t lowestUsableAddress() noexcept {
 
 }  // namespace
 
-void StackGuard::check() {
-  thread_local const std::uintptr_t lowest = lowestUsableAddress();
-  if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < lowest) {
-    throw Exception("nested too deeply");
-  }
+constinit thread_local std::uintptr_t StackGuard::lowest_ = UINTPTR_MAX;
+
+void StackGuard::checkAgainstLimit(std::uintptr_t address) {
+  if (lowest_ == UINTPTR_MAX) lowest_ = lowestUsableAddress();
+  if (address < lowest_) throw Exception("nested too deeply");
 }
 
 }  // namespace commandfilter

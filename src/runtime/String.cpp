@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <functional>
 
 #include "runtime/Class.h"
 #include "runtime/Description.h"
@@ -49,47 +48,39 @@ constexpr std::array kStringMethods{
 constinit const Class String::kClass{
     .name = "String", .base = &Object::kClass, .methods = kStringMethods};
 
-String::String(std::string text) noexcept : Object(ObjectKind::String), text_(std::move(text)) {}
-
 Ref<String> String::create(std::string text) {
   if (!isUTF8(text)) text = toWellFormedUTF8(text);
-  return make<String>(std::move(text));
+  return make<String>(std::string_view(text));
 }
 
 RefPtr<String> String::fromUTF8(std::string_view text) {
   if (!isUTF8(text)) return nullptr;
-  return make<String>(std::string(text));
+  return make<String>(text);
 }
 
 bool String::isEqual(const Value& other) const {
   if (other.object() == this) return true;
   return other.isKind(ObjectKind::String) &&
-         static_cast<const String*>(other.object())->text_ == text_;
-}
-
-std::size_t String::hash() const {
-  if (hash_ == 0) hash_ = std::hash<std::string>{}(text_);
-  return hash_;
+         static_cast<const String*>(other.object())->view() == view();
 }
 
 void String::appendDescription(std::string& text, int level) const {
   if (level == 0) {
-    text.append(text_);
+    text.append(view());
   } else {
-    appendQuoted(text, text_);
+    appendQuoted(text, view());
   }
 }
 
-std::size_t String::length() const noexcept { return lengthInCodeUnits(text_); }
+std::size_t String::length() const noexcept { return lengthInCodeUnits(view()); }
 
 std::strong_ordering String::compare(const String& other) const noexcept {
-  const auto bytes = [](const String& string, std::size_t index) {
-    return static_cast<unsigned char>(string.text_[index]);
-  };
-  const std::size_t shorter = std::min(text_.size(), other.text_.size());
+  const std::string_view mine = view();
+  const std::string_view theirs = other.view();
+  const std::size_t shorter = std::min(mine.size(), theirs.size());
   for (std::size_t i = 0; i < shorter; ++i) {
-    const unsigned char left = bytes(*this, i);
-    const unsigned char right = bytes(other, i);
+    const unsigned char left = static_cast<unsigned char>(mine[i]);
+    const unsigned char right = static_cast<unsigned char>(theirs[i]);
     if (left == right) continue;
     // UTF-8 orders as code points do; in 16-bit units U+10000 and up (first byte from F0) stand
     // before U+E000 to U+FFFF (first byte EE or EF).
@@ -104,7 +95,7 @@ std::strong_ordering String::compare(const String& other) const noexcept {
     }
     return left <=> right;
   }
-  return text_.size() <=> other.text_.size();
+  return mine.size() <=> theirs.size();
 }
 
 }  // namespace commandfilter

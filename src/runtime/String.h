@@ -3,12 +3,14 @@
 
 #include <compare>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "runtime/Export.h"
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
+#include "runtime/TextBuffer.h"
 
 namespace commandfilter {
 
@@ -28,16 +30,20 @@ class COMMANDFILTER_EXPORT String final : public Object {
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool isEqual(const Value& other) const override;
-  [[nodiscard]] std::size_t hash() const override;
+  [[nodiscard]] std::size_t hash() const override {
+    if (hash_ == 0) hash_ = std::hash<std::string_view>{}(view());
+    return hash_;
+  }
   /// The text itself; inside a collection in double quotes where the old property-list form
   /// needs them.
   void appendDescription(std::string& text, int level) const override;
 
-  [[nodiscard]] std::string_view view() const noexcept { return text_; }
-  [[nodiscard]] const std::string& text() const noexcept { return text_; }
+  [[nodiscard]] std::string_view view() const noexcept { return text_.view(); }
+  /// A copy of the text.
+  [[nodiscard]] std::string text() const { return std::string(view()); }
   /// NUL-terminated; ends early for a reader of C strings when the text contains NUL.
-  [[nodiscard]] const char* cString() const noexcept { return text_.c_str(); }
-  [[nodiscard]] bool isEmpty() const noexcept { return text_.empty(); }
+  [[nodiscard]] const char* cString() const noexcept { return text_.data(); }
+  [[nodiscard]] bool isEmpty() const noexcept { return view().empty(); }
   /// In 16-bit code units.
   [[nodiscard]] std::size_t length() const noexcept;
 
@@ -46,10 +52,10 @@ class COMMANDFILTER_EXPORT String final : public Object {
     friend Ref<String> concatenateTexts(Value left, const Value& right);
     OnlyReference() = default;
   };
-  /// The text, to be extended with well-formed UTF-8.
-  [[nodiscard]] std::string& mutableText(OnlyReference /*proof*/) noexcept {
+  /// Extends the text with well-formed UTF-8 that is not part of it.
+  void append(std::string_view text, OnlyReference /*proof*/) {
     hash_ = 0;
-    return text_;
+    text_.append(text);
   }
 
   /// Order by 16-bit code unit.
@@ -60,10 +66,12 @@ class COMMANDFILTER_EXPORT String final : public Object {
   friend Ref<T> make(Arguments&&... arguments);
   friend Ref<String> concatenateTexts(Value left, const Value& right);
 
-  explicit String(std::string text) noexcept;
+  explicit String(std::string_view text) : Object(ObjectKind::String), text_(text) {}
+  String(std::string_view first, std::string_view second, std::size_t spare)
+      : Object(ObjectKind::String), text_(first, second, spare) {}
   ~String() override = default;
 
-  std::string text_;
+  TextBuffer text_;
   mutable std::size_t hash_ = 0;
 };
 

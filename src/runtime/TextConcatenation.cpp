@@ -1,7 +1,8 @@
 #include "runtime/TextConcatenation.h"
 
+#include <cstddef>
 #include <string>
-#include <utility>
+#include <string_view>
 
 #include "runtime/Cast.h"
 #include "runtime/Description.h"
@@ -10,8 +11,23 @@ namespace commandfilter {
 
 namespace {
 
-void appendPart(std::string& text, const Value& part) {
-  if (!part.isNil()) appendDescription(text, part);
+// Texts are mostly put together from several pieces: room for a few more spares allocations.
+constexpr std::size_t kSpare = 32;
+
+// The text of a value that is no string; nil is the empty text.
+std::string partOf(const Value& value) {
+  return value.isNil() ? std::string() : descriptionOf(value);
+}
+
+Ref<String> join(std::string_view first, std::string_view second) {
+  return make<String>(first, second, kSpare);
+}
+
+Ref<String> joinParts(const String* first, const Value& left, const String* second,
+                      const Value& right) {
+  if (first != nullptr) return join(first->view(), partOf(right));
+  const std::string beginning = partOf(left);
+  return second != nullptr ? join(beginning, second->view()) : join(beginning, partOf(right));
 }
 
 }  // namespace
@@ -19,22 +35,16 @@ void appendPart(std::string& text, const Value& part) {
 Ref<String> concatenateTexts(Value left, const Value& right) {
   auto* first = castTo<String>(left);
   const auto* second = castTo<String>(right);
-  if (first != nullptr && first->referenceCount() == 1 && first != second) {
-    Ref<String> extended(*first);
-    std::string& text = extended->mutableText(String::OnlyReference{});
+  if (first != nullptr && first != second && first->referenceCount() == 1) {
     if (second != nullptr) {
-      text.append(second->view());
+      first->append(second->view(), String::OnlyReference{});
     } else {
-      appendPart(text, right);
+      first->append(partOf(right), String::OnlyReference{});
     }
-    return extended;
+    return Ref<String>(*first);
   }
-  std::string text;
-  if (first != nullptr && second != nullptr)
-    text.reserve(first->text().size() + second->text().size());
-  appendPart(text, left);
-  appendPart(text, right);
-  return make<String>(std::move(text));
+  if (first != nullptr && second != nullptr) return join(first->view(), second->view());
+  return joinParts(first, left, second, right);
 }
 
 }  // namespace commandfilter

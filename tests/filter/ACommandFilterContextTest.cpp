@@ -79,9 +79,8 @@ constinit const Class kUnfitClass{.name = "ACommandFilterUnfitService",
                                   .base = &Object::kClass,
                                   .initializers = kOtherInitializers};
 // Classes whose names come near the rule.
-constinit const Class kNamelessClass{.name = "ACommandFilterService",
-                                     .base = &Object::kClass,
-                                     .initializers = kGoodInitializers};
+constinit const Class kNamelessClass{
+    .name = "ACommandFilterService", .base = &Object::kClass, .initializers = kGoodInitializers};
 constinit const Class kWithoutPrefixClass{
     .name = "NearService", .base = &Object::kClass, .initializers = kGoodInitializers};
 constinit const Class kWithoutSuffixClass{

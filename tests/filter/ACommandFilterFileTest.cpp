@@ -96,8 +96,8 @@ TEST(CommandFile, TakesCarriageReturnsAndLineFeedsLikeLineFeeds) {
 }
 
 TEST(CommandFile, EndsALineAtEachUnicodeLineSeparator) {
-  const std::vector<std::string> separators{"\n",           "\v",           "\f",          "\r",
-                                            "\xC2\x85",     "\xE2\x80\xA8", "\xE2\x80\xA9"};
+  const std::vector<std::string> separators{"\n",       "\v",           "\f",          "\r",
+                                            "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
   for (const std::string& separator : separators) {
     std::string data = "#CUPS-COMMAND";
     data.append(separator).append("Clean").append(separator).append("Test").append(separator);

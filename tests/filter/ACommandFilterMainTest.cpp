@@ -37,8 +37,9 @@ class FilterMain : public ::testing::Test {
  protected:
   FilterMain() { testing::writeFile(root_.path() / "input", ""); }
 
-  void expectRun(int status, bool closesOutput, const std::string& output,
-                 const std::function<void()>& prepare = [] {}) {
+  void expectRun(
+      int status, bool closesOutput, const std::string& output,
+      const std::function<void()>& prepare = [] {}) {
     runInChild([&] {
       recordArguments(kSixArguments);
       const auto registration = ClassRegistry::shared().add(kFramework);

@@ -15,10 +15,10 @@ namespace commandfilter {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::addApplication;
 using testing::addBundle;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using testing::isLoaded;
 using testing::TemporaryFolder;
 

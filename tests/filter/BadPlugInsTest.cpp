@@ -30,6 +30,25 @@ const std::string kExecutable = "<key>CFBundleExecutable</key><string>Code</stri
 const std::string kCommands = testing::arrayEntry("SupportedCommands", {"Clean"});
 const std::string kGoodInfo = propertyList("<dict>" + kExecutable + kCommands + "</dict>");
 
+// Gives up the rights to read everything. Takes them back when it goes, with what else a change of
+// rights takes away: the search for leaks at the end of a process needs it.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() {
+    constexpr uid_t kNobody = 65534;
+    if (user_ == 0 && seteuid(kNobody) != 0) ADD_FAILURE();
+  }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+  ~OrdinaryUser() {
+    EXPECT_EQ(seteuid(user_), 0);
+    prctl(PR_SET_DUMPABLE, 1);
+  }
+
+ private:
+  uid_t user_ = geteuid();
+};
+
 // Each test puts something bad into the first folder; a good plug-in for the same command waits in
 // the second.
 class BadPlugIns : public ::testing::Test {
@@ -117,7 +136,7 @@ TEST_F(BadPlugIns, WithAPropertyListOfAnotherKindAreSkipped) {
 TEST_F(BadPlugIns, WithAnExecutableOutsideTheBundleAreSkipped) {
   const std::string code = testing::builtCode("Echo").string();
   for (const std::string& name : {std::string("../Linux/Code"), code, std::string(".."),
-                                 std::string("."), std::string(), std::string("Missing")}) {
+                                  std::string("."), std::string(), std::string("Missing")}) {
     const fs::path bundle = addBad(propertyList("<dict><key>CFBundleExecutable</key><string>" +
                                                 name + "</string>" + kCommands + "</dict>"));
     EXPECT_EQ(executor(), "SecondExecutor") << name;
@@ -128,11 +147,11 @@ TEST_F(BadPlugIns, WithAnExecutableOutsideTheBundleAreSkipped) {
 TEST_F(BadPlugIns, With50LevelsInThePropertyListStillServe) {
   std::string nested = "<string>leaf</string>";
   for (int i = 0; i < 50; ++i) {
-    nested = (i % 2 == 0 ? "<array>" + nested + "</array>"
-                         : "<dict><key>k</key>" + nested + "</dict>");
+    nested =
+        (i % 2 == 0 ? "<array>" + nested + "</array>" : "<dict><key>k</key>" + nested + "</dict>");
   }
-  const fs::path bundle = addBad(
-      propertyList("<dict><key>Deep</key>" + nested + kExecutable + kCommands + "</dict>"));
+  const fs::path bundle =
+      addBad(propertyList("<dict><key>Deep</key>" + nested + kExecutable + kCommands + "</dict>"));
   EXPECT_EQ(executor(), "EchoExecutor");
 }
 
@@ -147,9 +166,9 @@ TEST_F(BadPlugIns, WithAMillionLevelsInThePropertyListAreSkipped) {
 
 TEST_F(BadPlugIns, With20MegabytesOfPropertyListStillServe) {
   constexpr std::size_t kSize = 20'000'000;
-  const fs::path bundle = addBad(propertyList(
-      "<dict><key>Long</key><string>" + std::string(kSize, 'x') + "</string>" + kExecutable +
-      kCommands + "</dict>"));
+  const fs::path bundle =
+      addBad(propertyList("<dict><key>Long</key><string>" + std::string(kSize, 'x') + "</string>" +
+                          kExecutable + kCommands + "</dict>"));
   EXPECT_EQ(executor(), "EchoExecutor");
 }
 
@@ -186,7 +205,8 @@ TEST_F(BadPlugIns, WhoseCodeIsNoSharedLibraryAreSkipped) {
   for (const std::string& code :
        {std::string(), std::string("#!/bin/sh\n"), std::string(100'000, '\0'),
         "\x7F"
-        "ELF" + std::string(100'000, '\xFF'),
+        "ELF" +
+            std::string(100'000, '\xFF'),
         testing::readFile(program)}) {
     writeFile(codeOf(bundle), code);
     EXPECT_EQ(executor(), "SecondExecutor") << code.size();
@@ -218,18 +238,11 @@ TEST_F(BadPlugIns, ThatCannotBeReadAreSkipped) {
   fs::permissions(codeOf(code), fs::perms::none);
   const fs::path application = addApplication(root_.path(), {bad_.string(), good_.string()});
   runInChild([&] {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() == 0) {
-      ASSERT_EQ(setegid(kNobody), 0);
-      ASSERT_EQ(seteuid(kNobody), 0);
-      // The search for leaks at the end needs what a change of rights takes away.
-      prctl(PR_SET_DUMPABLE, 1);
-    }
+    const OrdinaryUser user;
     // Where even the temporary folder is out of reach, nothing can be told.
     if (testing::readFile(application / "Contents" / "Info.plist").empty()) return;
     const auto bundle = Bundle::bundleWithPath(application.string());
-    const auto manager =
-        ACommandFilterPlugInManager::plugInManagerForBundle(Ref<Bundle>(*bundle));
+    const auto manager = ACommandFilterPlugInManager::plugInManagerForBundle(Ref<Bundle>(*bundle));
     const Class* found = manager->executorClassForCommand(*String::create("Clean"));
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(found->name, "SecondExecutor");

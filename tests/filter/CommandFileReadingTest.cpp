@@ -61,9 +61,8 @@ class CommandFileReading : public ::testing::Test {
 };
 
 TEST_F(CommandFileReading, TakesStandardInputWithoutAPath) {
-  inJob(std::nullopt, [] {
-    EXPECT_EQ(firstCommand(*ACommandFilterFile::commandFile()), "On standard input");
-  });
+  inJob(std::nullopt,
+        [] { EXPECT_EQ(firstCommand(*ACommandFilterFile::commandFile()), "On standard input"); });
 }
 
 TEST_F(CommandFileReading, TakesThePathWhenThereIsOne) {

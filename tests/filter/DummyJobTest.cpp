@@ -18,8 +18,7 @@ Ref<Array> languages(const std::vector<std::string>& names) {
   return Array::create(std::move(values));
 }
 
-const std::string kPacket(
-    "\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
+const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
 const std::string kZeros(1024, '\0');
 
 TEST(DummyJob, IsTheFixedPacketWhenLDLIsTheOnlyLanguage) {

@@ -19,13 +19,13 @@ namespace commandfilter {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::arrayEntry;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::UnorderedElementsAre;
-using testing::arrayEntry;
 using testing::propertyList;
 using testing::runInChild;
 using testing::TemporaryFolder;
+using ::testing::UnorderedElementsAre;
 using testing::writeFile;
 using Paths = std::vector<std::string>;
 
@@ -167,7 +167,8 @@ TEST_F(PlugInFolders, OverlookValuesOfAnotherKind) {
 TEST_F(PlugInFolders, AreTakenAsTheyAreWritten) {
   addFile("home/plugins/at home");
   addFile("~/plugins/as written");
-  const auto manager = managerWithLocations({"~/plugins", "$HOME/plugins", "./~/plugins/../plugins"});
+  const auto manager =
+      managerWithLocations({"~/plugins", "$HOME/plugins", "./~/plugins/../plugins"});
   runInChild([&] {
     fs::current_path(root_.path());
     setenv("HOME", path("home").c_str(), 1);
@@ -190,7 +191,7 @@ TEST_F(PlugInFolders, ThatAreBuiltInMayBeMissing) {
 TEST_F(PlugInFolders, SurviveABrokenPropertyListOfTheApplication) {
   addFile("Test.app/Contents/PlugIns/built in");
   for (const std::string& info : {std::string(), std::string("<plist><dict><key>PlugInLoc"),
-                                 propertyList("<array/>"), std::string("\xFF\x00", 2)}) {
+                                  propertyList("<array/>"), std::string("\xFF\x00", 2)}) {
     const auto manager = managerWithInfo(info);
     EXPECT_THAT(manager->externalPlugins(), IsEmpty()) << info;
     EXPECT_EQ(manager->internalPlugins().size(), 1U) << info;

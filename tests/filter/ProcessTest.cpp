@@ -44,6 +44,17 @@ TEST(ReserveDescriptors, KeepsNewFilesAwayFromTheNumbersOfTheScheduler) {
   }
 }
 
+TEST(ReserveDescriptors, TakesNoFurtherNumber) {
+  runInChild([] {
+    for (int descriptor = 0; descriptor <= kLastReserved; ++descriptor) {
+      if (fcntl(descriptor, F_GETFD) == -1) dup2(STDERR_FILENO, descriptor);
+    }
+    const int next = numberOfANewFile();
+    reserveDescriptors();
+    EXPECT_EQ(numberOfANewFile(), next);
+  });
+}
+
 TEST(ReserveDescriptors, GivesNumbersThatNobodyCanReadOrWrite) {
   runInChild([] {
     close(STDIN_FILENO);

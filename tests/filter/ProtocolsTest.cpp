@@ -16,8 +16,7 @@ TEST(PluginProtocols, HaveTheirNames) {
   EXPECT_EQ(ICommandFilterExecutor::kProtocol.name, "ICommandFilterExecutor");
   EXPECT_EQ(ICommandFilterContext::kProtocol.name, "ICommandFilterContext");
   EXPECT_EQ(ICommandFilterService::kProtocol.name, "ICommandFilterService");
-  EXPECT_EQ(ICommandFilterServiceInfoProvider::kProtocol.name,
-            "ICommandFilterServiceInfoProvider");
+  EXPECT_EQ(ICommandFilterServiceInfoProvider::kProtocol.name, "ICommandFilterServiceInfoProvider");
   EXPECT_EQ(ICommandFilterTemplateEngineFactory::kProtocol.name,
             "ICommandFilterTemplateEngineFactory");
   EXPECT_EQ(ICommandFilterTemplateEngine::kProtocol.name, "ICommandFilterTemplateEngine");
@@ -36,8 +35,7 @@ TEST(PluginProtocols, OnlyTheEngineFactoryIsAService) {
 
 TEST(PluginProtocols, TheFiltersContextConformsToItsProtocolOnly) {
   EXPECT_TRUE(ACommandFilterContext::kClass.conformsToProtocol(ICommandFilterContext::kProtocol));
-  EXPECT_FALSE(
-      ACommandFilterContext::kClass.conformsToProtocol(ICommandFilterExecutor::kProtocol));
+  EXPECT_FALSE(ACommandFilterContext::kClass.conformsToProtocol(ICommandFilterExecutor::kProtocol));
 }
 
 }  // namespace

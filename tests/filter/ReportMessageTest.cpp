@@ -50,8 +50,7 @@ TEST_F(ReportMessage, WritesThePlatformsTextForNilAndForTheNullObject) {
 }
 
 TEST_F(ReportMessage, WritesTheDescriptionOfAnObject) {
-  const Ref<Array> array =
-      Array::create({Value(String::create("a b")), Value(Number::integer(7))});
+  const Ref<Array> array = Array::create({Value(String::create("a b")), Value(Number::integer(7))});
   EXPECT_EQ(report("%@", array), "(\n    \"a b\",\n    7\n)\n");
 }
 

@@ -21,12 +21,11 @@
 namespace commandfilter {
 namespace {
 
+using testing::DeviceModelDouble;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using testing::DeviceModelDouble;
 
-const std::string kPacket(
-    "\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
+const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
 const std::string kZeros(1024, '\0');
 
 constexpr std::array<const Class*, 2> kFramework{&DeviceModelDouble::kCoreFactoryClass,
@@ -129,10 +128,9 @@ TEST_F(SendDummyCommand, WritesZerosInOneWriteForAPrinterThatDoesNot) {
 TEST_F(SendDummyCommand, AsksTheFrameworkStepByStep) {
   framework().deviceID = "MFG:Acme;CMD:LDL;";
   sendWithFramework();
-  EXPECT_THAT(framework().calls,
-              ElementsAre("newDeviceIDServiceFactory", "serviceInfo",
-                          "deviceIDAccessProviderForServiceInfo:", "deviceID",
-                          "initWithDeviceIDString:", "languages"));
+  EXPECT_THAT(framework().calls, ElementsAre("newDeviceIDServiceFactory", "serviceInfo",
+                                             "deviceIDAccessProviderForServiceInfo:", "deviceID",
+                                             "initWithDeviceIDString:", "languages"));
   EXPECT_EQ(descriptionOf(framework().serviceInfo), "the service info");
   EXPECT_EQ(framework().interpretedID, "MFG:Acme;CMD:LDL;");
 }

@@ -39,7 +39,7 @@ TEST(Format, LeavesConversionsWithoutArgumentsAsTheyAreWritten) {
   EXPECT_EQ(formatted("%d %@ %s %5.2f"), "%d %@ %s %5.2f");
   EXPECT_EQ(formatted("%d and %d", 1), "1 and %d");
   EXPECT_EQ(formatted("%"), "%");
-  EXPECT_EQ(formatted("50% off", 1), "50% off");
+  EXPECT_EQ(formatted("50% off"), "50% off");
   EXPECT_EQ(formatted("%99999d"), "%99999d");
 }
 
@@ -55,7 +55,7 @@ TEST(Format, LeavesWhatIsNoConversionAsItIsWritten) {
   EXPECT_EQ(formatted("%-+ #0", 1), "%-+ #0");
   EXPECT_EQ(formatted("%.", 1), "%.");
   EXPECT_EQ(formatted("%lll", 1), "%lll");
-  EXPECT_EQ(formatted("%5%%d", 1), "%5%1");
+  EXPECT_EQ(formatted("%5%%d", 1), "%5%d");
 }
 
 TEST(Format, IgnoresArgumentsThatAreLeftOver) { EXPECT_EQ(formatted("%d", 1, 2, "x"), "1"); }
@@ -190,7 +190,7 @@ TEST(Format, LimitsWidthAndPrecision) {
                            "%.99999999999999999999f", "%5.4097@"}) {
     EXPECT_EQ(formatted(text, 1), "<nil>") << text;
   }
-  EXPECT_EQ(formatted("%00000000000000000000005d", 1), "    1");
+  EXPECT_EQ(formatted("%00000000000000000000005d", 1), "00001");
 }
 
 TEST(Format, TakesAListOfArguments) {

@@ -1,16 +1,17 @@
 #include "runtime/StackGuard.h"
 
 #include <gtest/gtest.h>
-#include <pthread.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TestValues.h"
+#include "support/ChildProcess.h"
 
 namespace commandfilter {
 namespace {
@@ -21,16 +22,18 @@ using testing::runOnStackOf;
 constexpr std::size_t kKilobyte = 1024;
 constexpr std::size_t kMegabyte = 1024 * kKilobyte;
 
-// Goes down until the guard stops it. Every step takes about a kilobyte.
-std::size_t descend(std::size_t depth) {
-  volatile char room[kKilobyte];  // NOLINT: to be on the stack
+// Goes down so many steps, each of at least a kilobyte, unless the guard stops it.
+std::size_t descendTo(std::size_t depth) {
+  std::array<volatile char, kKilobyte> room{};
   room[depth % kKilobyte] = 1;
   StackGuard::check();
-  return descend(depth + 1) + static_cast<std::size_t>(room[depth % kKilobyte] - 1);
+  if (depth == 0) return 0;
+  return descendTo(depth - 1) + static_cast<std::size_t>(room[depth % kKilobyte]);
 }
 
+// Deeper than any stack here has room for.
 std::string reasonOfDescent() {
-  return reasonOf([] { static_cast<void>(descend(0)); });
+  return reasonOf([] { static_cast<void>(descendTo(1'000'000)); });
 }
 
 TEST(StackGuard, LetsShallowCallsPass) {
@@ -56,64 +59,46 @@ TEST(StackGuard, RaisesBeforeTheStackOfAThreadIsUsedUp) {
 }
 
 TEST(StackGuard, LetsALargeStackBeUsed) {
-  std::size_t levels = 0;
-  runOnStackOf(32 * kMegabyte, [&levels] {
-    const auto count = [](auto& self, std::size_t& reached) -> void {
-      volatile char room[kKilobyte];  // NOLINT: to be on the stack
-      room[0] = 0;
-      StackGuard::check();
-      ++reached;
-      self(self, reached);
-      room[0] = 1;
-    };
-    try {
-      count(count, levels);
-    } catch (const Exception&) {
-      return;
-    }
-  });
-  EXPECT_GT(levels, 1000U);
+  std::string reason = "not run";
+  runOnStackOf(32 * kMegabyte,
+               [&reason] { reason = reasonOf([] { static_cast<void>(descendTo(1000)); }); });
+  EXPECT_EQ(reason, "");
 }
 
 // Descends in a process of its own that is started with the limit and the environment, since a
-// stack is what it was when its program was started. Gives the exit status, 0 for a guard that
-// worked; negative for the signal that ended the process.
-int descendInProcess(rlim_t stack, const std::vector<std::string>& environment) {
-  const pid_t child = fork();
-  if (child == 0) {
-    const rlimit limit{stack, RLIM_INFINITY};
-    setrlimit(RLIMIT_STACK, &limit);
-    std::vector<char*> variables;
-    for (const std::string& variable : environment) {
-      variables.push_back(const_cast<char*>(variable.c_str()));  // NOLINT: execve takes it so
-    }
-    variables.push_back(nullptr);
-    std::string program = "/proc/self/exe";
-    std::string filter = "--gtest_filter=StackGuard.RaisesBeforeTheMainStackIsUsedUp";
-    std::vector<char*> arguments{program.data(), filter.data(), nullptr};
-    close(STDOUT_FILENO);
-    execve(program.c_str(), arguments.data(), variables.data());
-    _exit(127);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+// stack is what it was when its program was started.
+testing::ChildResult descendInProcess(rlim_t stack, std::vector<std::string> environment) {
+  rlimit before{};
+  getrlimit(RLIMIT_STACK, &before);
+  const rlimit limit{std::min(stack, before.rlim_max), before.rlim_max};
+  setrlimit(RLIMIT_STACK, &limit);
+  testing::ChildOptions options;
+  options.program = "/proc/self/exe";
+  options.arguments = {"runtime_tests",
+                       "--gtest_filter=StackGuard.RaisesBeforeTheMainStackIsUsedUp"};
+  options.environment = std::move(environment);
+  testing::ChildResult result = testing::runChild(options);
+  setrlimit(RLIMIT_STACK, &before);
+  return result;
 }
 
 TEST(StackGuard, FollowsTheLimitOfTheMainStack) {
   for (const rlim_t size : {256 * kKilobyte, kMegabyte, 16 * kMegabyte}) {
-    EXPECT_EQ(descendInProcess(size, {}), 0) << size;
+    const testing::ChildResult result = descendInProcess(size, {});
+    EXPECT_EQ(result.exitStatus, 0) << size << result.output << result.signal;
   }
 }
 
 TEST(StackGuard, DoesNotUseUpAnUnlimitedStack) {
-  EXPECT_EQ(descendInProcess(RLIM_INFINITY, {}), 0);
+  const testing::ChildResult result = descendInProcess(RLIM_INFINITY, {});
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.signal;
 }
 
 // Arguments and environment lie on the same stack.
 TEST(StackGuard, LeavesRoomForTheEnvironment) {
   const std::vector<std::string> environment(12, "V=" + std::string(100 * kKilobyte, 'x'));
-  EXPECT_EQ(descendInProcess(8 * kMegabyte, environment), 0);
+  const testing::ChildResult result = descendInProcess(8 * kMegabyte, environment);
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.signal;
 }
 
 }  // namespace

@@ -63,12 +63,13 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
   // What a terminal sends to the test does not reach this group.
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) _exit(kNotStarted);
-  const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
+  const int null = open("/dev/null", O_RDWR);
   dup2(input, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);
   dup2(errors, STDERR_FILENO);
   dup2(null, kBackChannel);
   dup2(null, kSideChannel);
+  if (null > kSideChannel) close(null);
   for (const int descriptor : options.closed) close(descriptor);
   std::signal(SIGPIPE, SIG_DFL);
   execve(options.program.c_str(), arguments, environment);

@@ -3,15 +3,19 @@
 
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "evaluation/protocol/ADMEvaluationError.h"
 #include "evaluation/protocol/EvaluationName.h"
 #include "runtime/Array.h"
+#include "runtime/ArrayExtension.h"
 #include "runtime/Dictionary.h"
 #include "runtime/Export.h"
 #include "runtime/Format.h"
 #include "runtime/Protocol.h"
 #include "runtime/Ref.h"
+#include "runtime/String.h"
+#include "runtime/TextConcatenation.h"
 #include "runtime/Value.h"
 
 namespace commandfilter {
@@ -48,6 +52,18 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   virtual void setRuntimeErrorWithArguments(std::string_view format,
                                             std::span<const FormatArgument> arguments) = 0;
   virtual void clearErrors() = 0;
+
+  /// The texts of both values as one string, nil as the empty text. A context that holds the left
+  /// text itself may extend it in place.
+  /// @throws Exception when a value is nested deeper than the stack allows.
+  virtual Ref<String> concatenate(Value left, const Value& right) {
+    return concatenateTexts(std::move(left), right);
+  }
+  /// The elements of the left array followed by those of the right one, or by the right value. A
+  /// context that holds the left array itself may extend it in place.
+  virtual Ref<Array> extendArray(Value left, const Value& right) {
+    return arrayExtendedBy(std::move(left), right);
+  }
 
   /// `setRuntimeError:` with the arguments written out.
   template <typename... Arguments>

@@ -1,10 +1,12 @@
 // A name in an expression, ready for dispatch.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
 
+#include "evaluation/protocol/EvaluationSymbol.h"
 #include "runtime/Export.h"
 #include "runtime/Ref.h"
 #include "runtime/Selector.h"
@@ -27,13 +29,21 @@ class COMMANDFILTER_EXPORT EvaluationName {
   [[nodiscard]] std::string_view text() const noexcept { return textOf(string_.get()); }
   /// None when no selector can be made from the name.
   [[nodiscard]] const std::optional<Selector>& selector() const noexcept { return selector_; }
+  /// What the name of a value is to the contexts.
+  [[nodiscard]] EvaluationSymbol symbol() const noexcept { return symbol_; }
+  /// Which argument of a macro the symbol `Argument` is.
+  [[nodiscard]] std::size_t argumentIndex() const noexcept { return argumentIndex_; }
 
  private:
   EvaluationName(RefPtr<String> string, std::optional<Selector> selector)
       : string_(std::move(string)), selector_(selector) {}
 
+  void findSymbol() noexcept;
+
   RefPtr<String> string_;
   std::optional<Selector> selector_;
+  EvaluationSymbol symbol_ = EvaluationSymbol::None;
+  std::size_t argumentIndex_ = 0;
 };
 
 }  // namespace commandfilter

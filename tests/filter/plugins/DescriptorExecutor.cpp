@@ -12,8 +12,7 @@ class DescriptorExecutor final : public TestExecutor<DescriptorExecutor> {
  public:
   static const Class kClass;
 
-  explicit DescriptorExecutor(ICommandFilterContext& filterContext)
-      : TestExecutor(filterContext) {}
+  explicit DescriptorExecutor(ICommandFilterContext& filterContext) : TestExecutor(filterContext) {}
 
   Value executeCommand(const String& /*command*/) override {
     const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);

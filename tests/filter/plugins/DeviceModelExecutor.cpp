@@ -11,8 +11,7 @@ class DeviceModelExecutor final : public TestExecutor<DeviceModelExecutor> {
  public:
   static const Class kClass;
 
-  explicit DeviceModelExecutor(ICommandFilterContext& filterContext)
-      : TestExecutor(filterContext) {
+  explicit DeviceModelExecutor(ICommandFilterContext& filterContext) : TestExecutor(filterContext) {
     DeviceModelDouble& framework = DeviceModelDouble::shared();
     const char* deviceID = std::getenv("TEST_DEVICE_ID");
     if (deviceID != nullptr) framework.deviceID = deviceID;

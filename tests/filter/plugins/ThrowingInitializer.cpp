@@ -9,8 +9,7 @@ class ThrowingInitializer final : public TestExecutor<ThrowingInitializer> {
  public:
   static const Class kClass;
 
-  explicit ThrowingInitializer(ICommandFilterContext& filterContext)
-      : TestExecutor(filterContext) {
+  explicit ThrowingInitializer(ICommandFilterContext& filterContext) : TestExecutor(filterContext) {
     throw Exception("no initialisation");
   }
 

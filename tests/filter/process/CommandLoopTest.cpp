@@ -11,12 +11,12 @@ namespace commandfilter {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
 using testing::FilterApplication;
+using ::testing::HasSubstr;
 using testing::Job;
+using ::testing::Not;
 using testing::Outcome;
+using ::testing::StartsWith;
 
 class CommandLoop : public ::testing::Test {
  protected:
@@ -52,8 +52,7 @@ TEST_F(CommandLoop, RunsCommandsInTheOrderOfTheFile) {
 
 TEST_F(CommandLoop, HandsTheCommandOverAsItIsWritten) {
   application_.addPlugIn("Echo");
-  expectErrors("\t eCHo AGAIN  \n",
-               "echo is born\necho answers: eCHo AGAIN\necho is dead\n");
+  expectErrors("\t eCHo AGAIN  \n", "echo is born\necho answers: eCHo AGAIN\necho is dead\n");
 }
 
 TEST_F(CommandLoop, SkipsACommandThatNobodyKnows) {
@@ -161,7 +160,7 @@ TEST_F(CommandLoop, LoadsNoFurtherPlugInsThanItNeeds) {
   job.environment.emplace("REPORT_LOADED_CODE", "yes");
   const Outcome outcome = application_.run(job);
   EXPECT_THAT(outcome.errors, StartsWith("loaded TestEcho, standard output is open\n" + kEcho +
-                                     "loaded TestSecond, standard output is open\n"));
+                                         "loaded TestSecond, standard output is open\n"));
   EXPECT_THAT(outcome.errors, Not(HasSubstr("TestResult")));
 }
 
@@ -190,12 +189,15 @@ TEST_F(CommandLoop, UnloadsAPlugInThatIsNoExecutorAtOnce) {
 }
 
 TEST_F(CommandLoop, LoadsEachPlugInOnce) {
+  application_.addPlugIn("NotAnExecutor");
   application_.addPlugIn("Echo");
   Job job("#CUPS-COMMAND\nUnknown\nEcho\nAnother\nEcho\n");
   job.environment.emplace("REPORT_LOADED_CODE", "yes");
-  EXPECT_EQ(application_.run(job).errors, "loaded TestEcho, standard output is open\n" + kEcho +
-                                              kEcho +
-                                              "unloaded TestEcho, standard output is closed\n");
+  EXPECT_EQ(application_.run(job).errors,
+            "loaded TestNotAnExecutor, standard output is open\n"
+            "unloaded TestNotAnExecutor, standard output is open\n"
+            "loaded TestEcho, standard output is open\n" +
+                kEcho + kEcho + "unloaded TestEcho, standard output is closed\n");
 }
 
 TEST_F(CommandLoop, WorksWithoutAnyPlugIn) { expectErrors("Echo\n", ""); }

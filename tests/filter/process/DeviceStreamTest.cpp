@@ -14,14 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 using testing::FilterApplication;
+using ::testing::HasSubstr;
 using testing::Job;
 using testing::Outcome;
+using ::testing::StartsWith;
 
-const std::string kPacket(
-    "\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
+const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
 const std::string kZeros(1024, '\0');
 
 class DeviceStream : public ::testing::Test {
@@ -40,8 +39,8 @@ class DeviceStream : public ::testing::Test {
     const fs::path fifo = application_.root() / "fifo";
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     // Opening a fifo for writing alone would wait for a reader.
-    const std::string script = "exec 5<>\"$0\" " + std::to_string(descriptor) +
-                               ">\"$0\" && exec 5<&- && exec \"$@\"";
+    const std::string script =
+        "exec 5<>\"$0\" " + std::to_string(descriptor) + ">\"$0\" && exec 5<&- && exec \"$@\"";
     startThrough({"sh", "-c", script, fifo.string(), application_.program().string()});
   }
   void startThrough(std::vector<std::string> words) {

@@ -70,9 +70,8 @@ TEST_F(FilterEntry, OverlooksArgumentsBehindThePath) {
 }
 
 TEST_F(FilterEntry, RefusesAnotherContentType) {
-  for (const char* type :
-       {"", "application/vnd.cups-command ", "Application/vnd.cups-command",
-        "application/vnd.cups-raster"}) {
+  for (const char* type : {"", "application/vnd.cups-command ", "Application/vnd.cups-command",
+                           "application/vnd.cups-raster"}) {
     job_.environment["CONTENT_TYPE"] = type;
     expectRefused();
   }

@@ -15,6 +15,14 @@ using testing::FilterApplication;
 using testing::Job;
 using testing::Outcome;
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kSanitized = true;
+#elif defined(__has_feature)
+constexpr bool kSanitized = __has_feature(address_sanitizer);
+#else
+constexpr bool kSanitized = false;
+#endif
+
 constexpr std::size_t kHundredMegabytes = 100'000'000;
 constexpr std::size_t kTenMegabytes = 10'000'000;
 const std::string kHeader = "#CUPS-COMMAND\n";
@@ -83,22 +91,19 @@ TEST_F(LargeJob, HasMillionsOfEmptyLines) {
 }
 
 TEST_F(LargeJob, HasNoCommandsWhenTheMemoryDoesNotHoldIt) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer needs more address space than any limit leaves";
-#endif
+  if (kSanitized) GTEST_SKIP() << "the sanitizer needs more address space than any limit leaves";
   application_.addPlugIn("Echo");
   Job job(kHeader + "Echo\n" + std::string(kHundredMegabytes, 'L'));
   const std::string program = application_.program().string();
   job.program = "/bin/sh";
-  job.arguments = {"sh", "-c", "ulimit -v 150000 && exec \"$@\"", "sh", program, "1", "user",
-                   "title", "1", "options"};
+  job.arguments = {
+      "sh", "-c",     "ulimit -v 150000 && exec \"$@\"", "sh", program, "1", "user", "title",
+      "1",  "options"};
   expectErrors(job, "");
 }
 
 TEST_F(LargeJob, KeepsNoExecutorInMemoryAfterItsCommand) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer keeps freed memory for a while";
-#endif
+  if (kSanitized) GTEST_SKIP() << "the sanitizer keeps freed memory for a while";
   constexpr std::size_t kCommands = 100'000;
   application_.addPlugIn("Memory");
   const Outcome unknown = application_.runCommands(repeated("Nobody\n", kCommands));

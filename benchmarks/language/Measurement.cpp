@@ -1,0 +1,102 @@
+#include "Measurement.h"
+
+#include <time.h>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <vector>
+
+#include "Allocations.h"
+
+namespace commandfilter::benchmarks {
+
+namespace {
+
+constexpr std::size_t kCount = 3;
+constexpr std::size_t kLeastRounds = 7;
+constexpr double kLongestMilliseconds = 4000;
+
+double processorNanoseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+double timeOf(Contender& contender, std::size_t times) {
+  const double start = processorNanoseconds();
+  contender.run(times);
+  return processorNanoseconds() - start;
+}
+
+double allocationsOf(Contender& contender, std::size_t times) {
+  const std::uint64_t before = Allocations::count();
+  contender.run(times);
+  return static_cast<double>(Allocations::count() - before) / static_cast<double>(times);
+}
+
+void requireEqual(const std::string& name, const char* who, Datum theirs, Datum ours) {
+  theirs.sortKeys();
+  ours.sortKeys();
+  if (theirs == ours) return;
+  throw std::runtime_error(name + ": " + who + " gives " + describe(theirs) + ", the engine " +
+                           describe(ours));
+}
+
+}  // namespace
+
+Verdict Row::verdict() const {
+  if (!limit) return Verdict::Informs;
+  if (ratioToLua.median <= *limit) return Verdict::Reached;
+  return ratioToLua.first <= *limit ? Verdict::WithinNoise : Verdict::Missed;
+}
+
+// Found by doubling, which warms the caches as well.
+std::size_t timesToFill(Contender& contender, double nanoseconds) {
+  std::size_t times = 1;
+  while (true) {
+    const double taken = timeOf(contender, times);
+    if (taken >= nanoseconds) return times;
+    if (taken >= nanoseconds / 8) {
+      return static_cast<std::size_t>(static_cast<double>(times) * nanoseconds / taken) + 1;
+    }
+    times *= 2;
+  }
+}
+
+Row measure(const Case& work, const Effort& effort) {
+  const Contenders contenders = work.make();
+  requireEqual(work.name, "Lua", contenders.lua->result(), contenders.ours->result());
+  requireEqual(work.name, "C++", contenders.plain->result(), contenders.ours->result());
+
+  const std::array<Contender*, kCount> all{contenders.ours.get(), contenders.lua.get(),
+                                           contenders.plain.get()};
+  std::array<std::size_t, kCount> times{};
+  std::array<std::vector<double>, kCount> samples;
+  double roundMilliseconds = 0;
+  for (std::size_t i = 0; i < kCount; ++i) {
+    times[i] = timesToFill(*all[i], effort.millisecondsEach * 1e6);
+    roundMilliseconds += timeOf(*all[i], times[i]) / 1e6;
+  }
+  const auto affordable = static_cast<std::size_t>(kLongestMilliseconds / roundMilliseconds);
+  const std::size_t rounds = std::clamp(affordable, kLeastRounds, effort.rounds);
+  for (std::size_t round = 0; round < rounds; ++round) {
+    for (std::size_t i = 0; i < kCount; ++i) {
+      const std::size_t place = (round + i) % kCount;
+      samples[place].push_back(timeOf(*all[place], times[place]) /
+                               static_cast<double>(times[place]));
+    }
+  }
+  const auto cost = [&](std::size_t place) {
+    return Cost{quartiles(samples[place]).median, allocationsOf(*all[place], times[place])};
+  };
+  return {work.name,
+          work.limit,
+          cost(0),
+          cost(1),
+          cost(2),
+          pairedRatios(samples[0], samples[1]),
+          pairedRatios(samples[0], samples[2])};
+}
+
+}  // namespace commandfilter::benchmarks

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "Measurement.h"
+
+namespace commandfilter::benchmarks {
+
+void printHeader();
+void print(const Row& row);
+void writeJson(const std::vector<Row>& rows, const std::filesystem::path& file);
+
+}  // namespace commandfilter::benchmarks

@@ -1,0 +1,32 @@
+// Steps of aggregations that make an array longer.
+#pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "evaluation/protocol/ADMEvaluationContext.h"
+#include "expression/ADMEvaluationItemBase.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// A step that puts values behind the accumulator, "@initial + a + b". When that is an array, it
+/// can grow instead of being copied at every step.
+class AppendingStep {
+ public:
+  /// None for any other step.
+  [[nodiscard]] static std::optional<AppendingStep> ofItem(const Value& item);
+
+  /// Evaluates the values in their order; gives what belongs behind an array.
+  [[nodiscard]] std::vector<Value> additions(ADMEvaluationContext& context) const;
+
+ private:
+  explicit AppendingStep(std::vector<const ADMEvaluationItemBase*> values) noexcept
+      : values_(std::move(values)) {}
+
+  /// Borrowed from the step; the last one first.
+  std::vector<const ADMEvaluationItemBase*> values_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,46 @@
+// The result of a sort while it grows.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "evaluation/PartialResult.h"
+#include "runtime/Array.h"
+#include "runtime/Class.h"
+#include "runtime/Ref.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// The elements of a list in the order of their keys, those without a key behind them. A new key
+/// belongs in front of the first greater one; a key that equals the greatest one belongs in front
+/// of the last of its equals, every other behind all of its equals. The places are worked out when
+/// they are asked for.
+class SortedElements final : public PartialResult {
+ public:
+  static const Class kClass;
+
+  [[nodiscard]] static Ref<SortedElements> create(Ref<Array> list);
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  /// Adds the next element of the list with its key, which may be nil.
+  /// @throws Exception when the key cannot be ordered against the keys so far.
+  void insertNext(Value key);
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  explicit SortedElements(Ref<Array> list) noexcept : list_(std::move(list)) {}
+  ~SortedElements() override = default;
+
+  [[nodiscard]] std::vector<Value> copyElements() const override;
+
+  Ref<Array> list_;
+  /// The keys of the first elements of the list; of one kind.
+  std::vector<Value> keys_;
+  /// Any of the keys but nil; nil when there is none.
+  Value key_;
+};
+
+}  // namespace commandfilter

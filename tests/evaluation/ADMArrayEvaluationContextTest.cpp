@@ -1,0 +1,107 @@
+#include "evaluation/ADMArrayEvaluationContext.h"
+
+#include <gtest/gtest.h>
+
+#include "expression/Expressions.h"
+#include "expression/TestService.h"
+#include "runtime/Send.h"
+
+namespace commandfilter::testing {
+namespace {
+
+Ref<ADMArrayEvaluationContext> contextOver(Value list, Value service = Value()) {
+  return ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
+      std::move(service), nullptr, std::move(list));
+}
+
+std::string at(std::string_view expression, const Ref<ADMArrayEvaluationContext>& context) {
+  return shown(evaluate(expression, context));
+}
+
+TEST(ArrayContext, WalksOverItsElements) {
+  const Ref<ADMArrayEvaluationContext> context =
+      contextOver(arrayOf({stringOf("a"), Value::null(), stringOf("c")}));
+  EXPECT_FALSE(context->endOfIteration());
+  EXPECT_EQ(at("_Array(@element, @identifier, @index)", context), R"(["a", "a", 0Q])");
+  EXPECT_TRUE(context->iterateNext());
+  EXPECT_EQ(at("@element", context), "nil");
+  EXPECT_TRUE(context->defaultServiceSymbolValue().isNull());
+  EXPECT_TRUE(context->iterateNext());
+  EXPECT_EQ(at("@index", context), "2Q");
+  EXPECT_FALSE(context->endOfIteration());
+  EXPECT_FALSE(context->iterateNext());
+  EXPECT_TRUE(context->endOfIteration());
+  EXPECT_FALSE(context->iterateNext());
+}
+
+TEST(ArrayContext, HasNoElementBehindTheLast) {
+  const Ref<ADMArrayEvaluationContext> context = contextOver(arrayOf({numberOf(1)}));
+  EXPECT_FALSE(context->iterateNext());
+  EXPECT_EQ(at("@element", context), "nil");
+  EXPECT_EQ(at("@index", context), "1Q");
+  EXPECT_TRUE(context->defaultServiceSymbolValue().isNil());
+}
+
+TEST(ArrayContext, IsAtItsEndWithoutElements) {
+  for (const Value& list : {Value(), arrayOf({})}) {
+    const Ref<ADMArrayEvaluationContext> context = contextOver(list);
+    EXPECT_TRUE(context->endOfIteration());
+    EXPECT_EQ(at("@element", context), "nil");
+    EXPECT_EQ(at("@index", context), "0Q");
+  }
+}
+
+TEST(ArrayContext, StartsAgain) {
+  const Ref<ADMArrayEvaluationContext> context = contextOver(arrayOf({numberOf(1), numberOf(2)}));
+  EXPECT_TRUE(context->iterateNext());
+  context->resetIteration(Value());
+  EXPECT_EQ(at("@element", context), "1q");
+  EXPECT_EQ(at("@index", context), "0Q");
+  EXPECT_TRUE(context->iterateNext());
+  context->resetIteration(arrayOf({stringOf("x")}));
+  EXPECT_EQ(at("@element", context), R"("x")");
+  EXPECT_FALSE(context->iterateNext());
+  context->resetIteration(Value());
+  EXPECT_EQ(at("@element", context), R"("x")");
+  context->resetIteration(arrayOf({}));
+  EXPECT_TRUE(context->endOfIteration());
+}
+
+TEST(ArrayContext, GetsAListLater) {
+  const Ref<ADMArrayEvaluationContext> context = contextOver(Value());
+  context->resetIteration(arrayOf({numberOf(5)}));
+  EXPECT_FALSE(context->endOfIteration());
+  EXPECT_EQ(at("@element", context), "5q");
+}
+
+TEST(ArrayContext, RaisesForAListThatIsNone) {
+  EXPECT_EQ(reasonOf([] { contextOver(stringOf("list")); }), "a range is no array");
+  const Ref<ADMArrayEvaluationContext> context =
+      contextOver(dictionaryOf({{stringOf("a"), numberOf(1)}}));
+  EXPECT_FALSE(context->endOfIteration());
+  EXPECT_EQ(reasonOf([&context] { static_cast<void>(evaluate("@element", context)); }),
+            "a dictionary has no element at an index");
+  EXPECT_EQ(reasonOf([&context] { context->resetIteration(numberOf(1)); }), "a range is no array");
+}
+
+TEST(ArrayContext, AsksTheServiceAboutTheElement) {
+  const Ref<ADMArrayEvaluationContext> context =
+      contextOver(arrayOf({stringOf("Black")}), TestService::create());
+  EXPECT_EQ(at("@levelOf:", context), R"("level of Black")");
+  EXPECT_EQ(at("@state", context), R"("ready")");
+  EXPECT_EQ(at("@unknown", context), "nil");
+  EXPECT_EQ(at("{Supplies}[@].Level", context), R"(["Supplies", "Level", "Black"])");
+}
+
+TEST(ArrayContext, IsMadeByName) {
+  const Value made =
+      instantiate(ADMArrayEvaluationContext::kClass,
+                  Selector("initWithStatusService:globalConfiguration:elementsList:"),
+                  {Value(), Value(), arrayOf({numberOf(1)})});
+  ASSERT_NE(castTo<ADMArrayIteration>(made), nullptr);
+  EXPECT_FALSE(castTo<ADMArrayIteration>(made)->endOfIteration());
+  EXPECT_NE(castTo<ADMEvaluationContext>(made), nullptr);
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

@@ -1,0 +1,70 @@
+#include "language/DeviceDouble.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+#include "language/CaseText.h"
+#include "runtime/Description.h"
+#include "runtime/Dictionary.h"
+#include "runtime/Exception.h"
+
+namespace commandfilter::testing {
+
+namespace {
+
+constexpr auto kDeviceProtocols = conformances<DeviceDouble, ADMFeaturePathSource>();
+constexpr std::size_t kHidden = 2;
+
+Value answer(const Notation& fact) {
+  if (fact.kind == Notation::Kind::Raises) throw Exception(withoutEscapes(fact.text));
+  return fact.value();
+}
+
+}  // namespace
+
+constinit const Class DeviceDouble::kClass{
+    .name = "DeviceDouble", .base = &Object::kClass, .protocols = kDeviceProtocols};
+
+bool DeviceDouble::respondsToSelector(const Selector& selector) const {
+  return facts_.messages.contains(selector.name());
+}
+
+MethodSignature DeviceDouble::methodSignatureForSelector(const Selector& selector) const {
+  if (!respondsToSelector(selector)) return {};
+  // The result and each argument are objects.
+  constexpr std::string_view kObjects = "@@@@@@@@";
+  return MethodSignature(kObjects.substr(0, selector.argumentCount() + 1));
+}
+
+void DeviceDouble::forwardInvocation(Invocation& invocation) {
+  const std::string& name = invocation.selector().name();
+  std::string call = "@" + name;
+  const std::size_t count = invocation.methodSignature().numberOfArguments() - kHidden;
+  for (std::size_t i = 0; i < count; ++i) {
+    call.append(i == 0 ? " " : " and ");
+    call.append(notationOf(invocation.argumentAtIndex(i + kHidden)));
+  }
+  log_.push_back(std::move(call));
+  Value result = answer(facts_.messages.at(name));
+  if (count == 1) {
+    const auto* answers = castTo<Dictionary>(result);
+    const std::string argument = descriptionOf(invocation.argumentAtIndex(kHidden));
+    result = answers != nullptr ? answers->objectForKey(argument) : Value();
+  }
+  invocation.setReturnValue(std::move(result));
+}
+
+Value DeviceDouble::valueForFeaturePathComponents_errorInfo(const Array& components,
+                                                            RefPtr<String>& errorInfo) {
+  const Value path = Value::sharing(&components);
+  log_.push_back(notationOf(path));
+  const auto found = std::ranges::find_if(
+      facts_.features, [&path](const auto& feature) { return feature.first.matches(path); });
+  if (found == facts_.features.end()) return {};
+  const Notation& fact = found->second;
+  if (fact.kind == Notation::Kind::Fails) errorInfo = String::create(withoutEscapes(fact.text));
+  return answer(fact);
+}
+
+}  // namespace commandfilter::testing
