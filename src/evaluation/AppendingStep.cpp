@@ -1,7 +1,5 @@
 #include "evaluation/AppendingStep.h"
 
-#include <ranges>
-
 #include "expression/ADMEvaluationBinaryOperation.h"
 #include "expression/ADMEvaluationSelector.h"
 #include "runtime/Array.h"
@@ -28,8 +26,8 @@ std::optional<AppendingStep> AppendingStep::ofItem(const Value& item) {
 
 std::vector<Value> AppendingStep::additions(ADMEvaluationContext& context) const {
   std::vector<Value> additions;
-  for (const ADMEvaluationItemBase* item : std::views::reverse(values_)) {
-    Value value = item->evaluate(context);
+  for (auto item = values_.rbegin(); item != values_.rend(); ++item) {
+    Value value = (*item)->evaluate(context);
     if (const auto* array = castTo<Array>(value)) {
       additions.insert(additions.end(), array->begin(), array->end());
     } else if (!value.isNil()) {

@@ -21,9 +21,7 @@ inline constexpr std::size_t kClassified = 256;
 
 constexpr std::array<std::uint8_t, kClassified> unitClasses() {
   std::array<std::uint8_t, kClassified> classes{};
-  for (const char blank : {' ', '\t', '\r', '\n'}) {
-    classes[static_cast<std::size_t>(blank)] = kBlankClass;
-  }
+  classes[' '] = classes['\t'] = classes['\r'] = classes['\n'] = kBlankClass;
   for (std::size_t c = '0'; c <= '9'; ++c) classes[c] = kDigitClass | kHexDigitClass | kNameClass;
   for (std::size_t c = 'A'; c <= 'Z'; ++c) {
     const bool isHexDigit = c <= 'F';

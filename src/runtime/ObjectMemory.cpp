@@ -87,7 +87,7 @@ void ObjectMemory::release(void* memory, std::size_t size) noexcept {
     ::operator delete(memory);
     return;
   }
-  shelf.first = new (memory) Block{shelf.first};
+  shelf.first = new (memory) Block{shelf.first};  // NOLINT: built in the memory itself
   --shelf.room;
 }
 
