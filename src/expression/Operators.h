@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -36,7 +37,9 @@ COMMANDFILTER_EXPORT extern const std::array<Operator, 15> kOperators;
 
 /// The row of a code; nullptr when the code is no operator's.
 [[nodiscard]] inline const Operator* operatorOfType(ItemType type) noexcept {
-  const auto place = static_cast<std::size_t>(codeOf(type) - codeOf(ItemType::MakeList));
+  // Any number may be given as a code, so the difference needs more bits.
+  const std::int64_t distance = std::int64_t{codeOf(type)} - codeOf(ItemType::MakeList);
+  const auto place = static_cast<std::size_t>(distance);
   return place < detail::kOperators.size() ? &detail::kOperators[place] : nullptr;
 }
 
