@@ -135,6 +135,25 @@ TEST(LongExpressions, HoldNamesAndNumbersOfAMillionUnits) {
   EXPECT_EQ(item->featurePath()->count(), kDeep + 1);
 }
 
+TEST(LongExpressions, HoldNamesThatANullCharacterEnds) {
+  // None of the names has a bracket behind it, so that each might be sought to the very end.
+  std::string name = "[" + std::string(30, 'n') + '+';
+  name[31] = '\0';
+  const std::string expression = "5 " + repeated(name, kDeepEnough * 2);
+  const Ref<TestContext> context = TestContext::create();
+  EXPECT_EQ(compile(expression, context)->rootItem(), nullptr);
+  EXPECT_EQ(errorOf(*context), "1: Incorrect Expression");
+}
+
+TEST(LongExpressions, ExtendADictionaryStepByStep) {
+  constexpr std::size_t kSteps = 10'000;
+  std::string expression = "_Dictionary()";
+  for (std::size_t i = 0; i < kSteps; ++i) {
+    expression.append("+(1,").append(std::to_string(i)).append(")");
+  }
+  EXPECT_EQ(resultOf("_GetSize(" + expression + ")"), "10000Q");
+}
+
 TEST(LongExpressions, LeaveTheProcessUsable) {
   runOnStackOf(kStack, [] {
     const Ref<TestContext> context = TestContext::create();

@@ -123,6 +123,47 @@ TEST(OperationItems, HandOverTheSameArgumentsAtEveryCall) {
   EXPECT_THAT(seen, ElementsAre(seen[0], seen[0], seen[2], seen[2]));
 }
 
+Ref<ADMEvaluationNumber> itemOf(std::int64_t number) {
+  return ADMEvaluationNumber::itemWithNumber(Number::integer(number));
+}
+
+TEST(OperationItems, HandOverTheArgumentsThatTheyHaveNow) {
+  const Ref<TestContext> context = TestContext::create();
+  const Ref<ADMEvaluationProcedure> prefix =
+      ADMEvaluationProcedure::itemWithProcedureName(String::create("Array"));
+  prefix->setOperand(itemOf(1));
+  EXPECT_EQ(shown(prefix->evaluate(*context)), "[1q]");
+  prefix->setOperand(itemOf(2));
+  EXPECT_EQ(shown(prefix->evaluate(*context)), "[2q]");
+  const Ref<ADMEvaluationOperatorProcedure> member =
+      ADMEvaluationOperatorProcedure::itemWithProcedureName(String::create("Array"));
+  member->setLeftOperand(itemOf(1));
+  member->setRightOperand(itemOf(2));
+  EXPECT_EQ(shown(member->evaluate(*context)), "[1q, 2q]");
+  member->setRightOperand(itemOf(3));
+  EXPECT_EQ(shown(member->evaluate(*context)), "[1q, 3q]");
+  member->setLeftOperand(itemOf(4));
+  EXPECT_EQ(shown(member->evaluate(*context)), "[4q, 3q]");
+}
+
+TEST(OperationItems, AListTakesOnlyListsOfItsOwnClassApart) {
+  for (const Ref<ADMEvaluationItemBase>& other :
+       {Ref<ADMEvaluationItemBase>(
+            ADMEvaluationUnaryOperation::itemWithOperationType(ItemType::MakeList)),
+        Ref<ADMEvaluationItemBase>(
+            ADMEvaluationNonExecutable::itemWithItemType(ItemType::MakeList))}) {
+    const Ref<ADMEvaluationBinaryOperation> list =
+        ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::MakeList);
+    list->setLeftOperand(other);
+    list->setRightOperand(itemOf(1));
+    const Value value = list->evaluate(*TestContext::create());
+    const auto* items = castTo<ADMItemsList>(value);
+    ASSERT_NE(items, nullptr);
+    ASSERT_EQ(items->items()->count(), 2U);
+    EXPECT_TRUE((*items->items())[0].isIdenticalTo(other));
+  }
+}
+
 TEST(OperationItems, ACallWithoutOperandHasNoArguments) {
   const Ref<TestContext> context = TestContext::create();
   const Ref<ADMEvaluationProcedure> call =
