@@ -8,6 +8,7 @@
 
 #include "runtime/Array.h"
 #include "runtime/Ref.h"
+#include "runtime/TextEquality.h"
 
 namespace commandfilter {
 
@@ -21,7 +22,7 @@ class RecentPaths {
   [[nodiscard]] Ref<Array> pathFor(std::string_view text, Make&& makePath) {
     // Each path has one place, which it takes from the path that had it before.
     Entry& entry = entries_[placeOf(text)];
-    if (!entry.path || entry.text != text) entry = {text, makePath()};
+    if (!entry.path || !sameText(entry.text, text)) entry = {text, makePath()};
     return Ref<Array>(*entry.path);
   }
 

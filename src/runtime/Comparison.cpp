@@ -6,14 +6,16 @@
 #include "runtime/Date.h"
 #include "runtime/Exception.h"
 #include "runtime/String.h"
+#include "runtime/TextEquality.h"
 
 namespace commandfilter {
 
 bool detail::objectEquals(const Value& left, const Value& right) {
   const Object& object = *left.object();
   if (object.objectKind() != ObjectKind::String) return object.isEqual(right);
-  return right.isKind(ObjectKind::String) && static_cast<const String&>(object).view() ==
-                                                 static_cast<const String*>(right.object())->view();
+  return right.isKind(ObjectKind::String) &&
+         sameText(static_cast<const String&>(object).view(),
+                  static_cast<const String*>(right.object())->view());
 }
 
 std::size_t hashOf(const Value& value) {

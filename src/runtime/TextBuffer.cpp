@@ -1,6 +1,7 @@
 #include "runtime/TextBuffer.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "runtime/ObjectMemory.h"
@@ -19,8 +20,36 @@ char* allocate(std::size_t capacity) {
   return static_cast<char*>(ObjectMemory::allocate(capacity + 1));
 }
 
+// The first word and the last, which overlap in a text that is shorter than both.
+template <typename Word>
+void putTwoWords(char* target, std::string_view text) noexcept {
+  Word first;
+  Word last;
+  const std::size_t lastPlace = text.size() - sizeof(Word);
+  std::memcpy(&first, text.data(), sizeof first);
+  std::memcpy(&last, text.data() + lastPlace, sizeof last);
+  std::memcpy(target, &first, sizeof first);
+  std::memcpy(target + lastPlace, &last, sizeof last);
+}
+
+// Most texts that are put together are short; for those a call of the C library would cost more
+// than the copy.
 void put(char* target, std::string_view text) noexcept {
-  if (!text.empty()) std::memcpy(target, text.data(), text.size());
+  struct LongWord {
+    std::uint64_t halves[2];
+  };
+  const std::size_t size = text.size();
+  if (size > 2 * sizeof(LongWord)) {
+    std::memcpy(target, text.data(), size);
+  } else if (size >= sizeof(LongWord)) {
+    putTwoWords<LongWord>(target, text);
+  } else if (size >= sizeof(std::uint64_t)) {
+    putTwoWords<std::uint64_t>(target, text);
+  } else if (size >= sizeof(std::uint32_t)) {
+    putTwoWords<std::uint32_t>(target, text);
+  } else {
+    for (std::size_t i = 0; i < size; ++i) target[i] = text[i];
+  }
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ class Value {
   constexpr Value() noexcept : word_{.integer = 0} {}
   constexpr Value(std::nullptr_t) noexcept : Value() {}
   constexpr Value(const Number& number) noexcept
-      : word_{.integer = 0}, kind_(Kind::Number), encoding_(number.encoding_) {
+      : word_{.integer = 0}, tag_(tagOfNumber(number.encoding_)) {
     if (number.isReal()) {
       word_.real = number.real_;
     } else {
@@ -43,16 +43,12 @@ class Value {
     if (object) *this = adopting(countedObject(*object.leak()));
   }
 
-  Value(const Value& other) noexcept
-      : word_(other.word_), kind_(other.kind_), encoding_(other.encoding_) {
-    if (kind_ == Kind::Object) word_.object->ref();
+  Value(const Value& other) noexcept : word_(other.word_), tag_(other.tag_) {
+    if (isObject()) word_.object->ref();
   }
-  Value(Value&& other) noexcept
-      : word_(other.word_),
-        kind_(std::exchange(other.kind_, Kind::Nil)),
-        encoding_(other.encoding_) {}
+  Value(Value&& other) noexcept : word_(other.word_), tag_(std::exchange(other.tag_, kNil)) {}
   constexpr ~Value() {
-    if (kind_ == Kind::Object) word_.object->deref();
+    if (isObject()) word_.object->deref();
   }
   Value& operator=(const Value& other) noexcept {
     Value copy(other);
@@ -66,14 +62,13 @@ class Value {
   }
   void swap(Value& other) noexcept {
     std::swap(word_, other.word_);
-    std::swap(kind_, other.kind_);
-    std::swap(encoding_, other.encoding_);
+    std::swap(tag_, other.tag_);
   }
 
   /// The null object.
   [[nodiscard]] static Value null() noexcept {
     Value value;
-    value.kind_ = Kind::Null;
+    value.tag_ = kNull;
     return value;
   }
   [[nodiscard]] static Value boolean(bool value) noexcept { return Number::boolean(value); }
@@ -84,26 +79,25 @@ class Value {
     return adopting(const_cast<Object&>(*object));  // NOLINT: objects are handled as mutable
   }
 
-  [[nodiscard]] bool isNil() const noexcept { return kind_ == Kind::Nil; }
-  [[nodiscard]] bool isNull() const noexcept { return kind_ == Kind::Null; }
-  [[nodiscard]] bool isNumber() const noexcept { return kind_ == Kind::Number; }
+  [[nodiscard]] bool isNil() const noexcept { return tag_ == kNil; }
+  [[nodiscard]] bool isNull() const noexcept { return tag_ == kNull; }
+  [[nodiscard]] bool isNumber() const noexcept { return tag_ > kObject; }
   /// True for every number of encoding "c".
-  [[nodiscard]] bool isBoolean() const noexcept { return isNumber() && encoding_ == 'c'; }
-  [[nodiscard]] bool isObject() const noexcept { return kind_ == Kind::Object; }
+  [[nodiscard]] bool isBoolean() const noexcept { return tag_ == tagOfNumber('c'); }
+  [[nodiscard]] constexpr bool isObject() const noexcept { return tag_ == kObject; }
   [[nodiscard]] bool isKind(ObjectKind kind) const noexcept {
-    return kind_ == Kind::Object && word_.object->objectKind() == kind;
+    return isObject() && word_.object->objectKind() == kind;
   }
 
   /// The number; only for a value that is one.
   [[nodiscard]] Number number() const noexcept {
     assert(isNumber());
-    if (encoding_ == 'd' || encoding_ == 'f') return {encoding_, word_.real};
-    return {encoding_, word_.integer};
+    const char encoding = static_cast<char>(tag_ - kNumber);
+    if (encoding == 'd' || encoding == 'f') return {encoding, word_.real};
+    return {encoding, word_.integer};
   }
   /// The object, borrowed; nullptr for nil, the null object and numbers.
-  [[nodiscard]] Object* object() const noexcept {
-    return kind_ == Kind::Object ? word_.object : nullptr;
-  }
+  [[nodiscard]] Object* object() const noexcept { return isObject() ? word_.object : nullptr; }
   /// The value itself, with nil replaced by the null object, as collections hold it.
   [[nodiscard]] Value orNull() const noexcept { return isNil() ? null() : *this; }
   /// The value itself, with the null object replaced by nil, as caches are read.
@@ -111,13 +105,23 @@ class Value {
 
   /// True when both are the same object, or the same nil, null or number of one encoding.
   [[nodiscard]] bool isIdenticalTo(const Value& other) const noexcept {
-    if (kind_ != other.kind_) return false;
-    if (kind_ == Kind::Nil || kind_ == Kind::Null) return true;
-    return word_.integer == other.word_.integer && (isObject() || encoding_ == other.encoding_);
+    if (tag_ != other.tag_) return false;
+    return isNil() || isNull() || word_.integer == other.word_.integer;
   }
 
  private:
-  enum class Kind : std::uint8_t { Nil, Null, Number, Object };
+  // What the value is, and the encoding of a number: one field, so that it is read and written at
+  // once. A number's tag is kNumber and its encoding.
+  using Tag = std::uint32_t;
+  static constexpr Tag kNil = 0;
+  static constexpr Tag kNull = 1;
+  static constexpr Tag kObject = 2;
+  static constexpr Tag kNumber = 256;
+
+  static constexpr Tag tagOfNumber(char encoding) noexcept {
+    return kNumber + static_cast<unsigned char>(encoding);
+  }
+
   union Word {
     std::int64_t integer;
     double real;
@@ -133,13 +137,12 @@ class Value {
   static Value adopting(Object& object) noexcept {
     Value value;
     value.word_.object = &object;
-    value.kind_ = Kind::Object;
+    value.tag_ = kObject;
     return value;
   }
 
   Word word_;
-  Kind kind_ = Kind::Nil;
-  char encoding_ = 0;
+  Tag tag_ = kNil;
 };
 
 static_assert(sizeof(Value) == 16);
