@@ -47,14 +47,30 @@ ADMAggregateEvaluationContext::initWithParentContext_globalConfiguration_element
 
 Value ADMAggregateEvaluationContext::initialValue() {
   if (partialResult_) return partialResult_->elementsSoFar();
-  if (initialSize_) setInitialValue(beginning(initialValue_, *initialSize_));
+  if (initialSize_) setInitialValue(valueBeforeTheStep());
   return initialValue_;
 }
 
 void ADMAggregateEvaluationContext::setInitialValue(Value value) noexcept {
   partialResult_ = nullptr;
   initialSize_ = std::nullopt;
+  replaced_.clear();
   initialValue_ = std::move(value);
+}
+
+Value ADMAggregateEvaluationContext::valueBeforeTheStep() const {
+  const auto* dictionary = castTo<Dictionary>(initialValue_);
+  if (dictionary == nullptr) return beginning(initialValue_, *initialSize_);
+  DictionaryBuilder builder;
+  // New keys come last.
+  for (const DictionaryEntry& entry : *dictionary) {
+    if (builder.count() == *initialSize_) break;
+    builder.set(entry.key, entry.value);
+  }
+  for (auto entry = replaced_.rbegin(); entry != replaced_.rend(); ++entry) {
+    if (!builder.objectForKey(entry->first).isNil()) builder.set(entry->first, entry->second);
+  }
+  return builder.build();
 }
 
 void ADMAggregateEvaluationContext::setPartialResult(Ref<PartialResult> result) noexcept {
@@ -84,6 +100,23 @@ Ref<Array> ADMAggregateEvaluationContext::extendArray(Value left, const Value& r
   if (!initialSize_) initialSize_ = castTo<Array>(left)->count();
   initialValue_ = nullptr;
   Ref<Array> extended = arrayExtendedBy(std::move(left), right);
+  initialValue_ = extended;
+  return extended;
+}
+
+Ref<Dictionary> ADMAggregateEvaluationContext::extendDictionary(Value left, Value key,
+                                                                Value value) {
+  if (!isOwn(left)) {
+    return ADMArrayEvaluationContext::extendDictionary(std::move(left), std::move(key),
+                                                       std::move(value));
+  }
+  const auto& dictionary = *castTo<Dictionary>(left);
+  if (!initialSize_) initialSize_ = dictionary.count();
+  const Value& before = dictionary.objectForKey(key);
+  if (!before.isNil()) replaced_.emplace_back(key, before);
+  initialValue_ = nullptr;
+  Ref<Dictionary> extended =
+      dictionaryExtendedBy(std::move(left), std::move(key), std::move(value));
   initialValue_ = extended;
   return extended;
 }

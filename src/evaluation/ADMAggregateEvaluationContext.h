@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "evaluation/ADMArrayEvaluationContext.h"
 #include "evaluation/PartialResult.h"
@@ -29,6 +30,8 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
   Ref<String> concatenate(Value left, const Value& right) override;
   /// Does the same for an array.
   Ref<Array> extendArray(Value left, const Value& right) override;
+  /// Does the same for a dictionary.
+  Ref<Dictionary> extendDictionary(Value left, Value key, Value value) override;
 
   /// The accumulator; of a growing list, the elements so far.
   [[nodiscard]] Value initialValue();
@@ -47,6 +50,8 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
                                 Value initialValue);
   ~ADMAggregateEvaluationContext() override = default;
 
+  /// The accumulator as it was before the step began to extend it.
+  [[nodiscard]] Value valueBeforeTheStep() const;
   /// True for the accumulator when this context and the caller hold it and nobody else.
   [[nodiscard]] bool isOwn(const Value& value) const noexcept;
 
@@ -54,6 +59,8 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
   Value initialValue_;
   /// How much of the text or array is the accumulator, when a step has extended it.
   std::optional<std::size_t> initialSize_;
+  /// The entries of a dictionary that the step has replaced, as they were.
+  std::vector<std::pair<Value, Value>> replaced_;
   /// The accumulator when it is a growing list.
   RefPtr<PartialResult> partialResult_;
 };

@@ -11,6 +11,7 @@
 #include "runtime/Description.h"
 #include "runtime/StackGuard.h"
 #include "runtime/String.h"
+#include "runtime/TextEquality.h"
 
 namespace commandfilter {
 
@@ -58,7 +59,7 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, const Va
 const DictionaryEntry* find(const Entries& entries, const Index& index, std::string_view key) {
   return find(entries, index, std::hash<std::string_view>{}(key), [key](const Value& candidate) {
     return candidate.isKind(ObjectKind::String) &&
-           static_cast<const String*>(candidate.object())->view() == key;
+           sameText(static_cast<const String*>(candidate.object())->view(), key);
   });
 }
 
@@ -91,6 +92,17 @@ void indexLastEntry(const Entries& entries, Index& index) {
     return;
   }
   enter(index, entries.back().hash, entries.size() - 1);
+}
+
+void setEntry(Entries& entries, Index& index, Value key, Value value) {
+  assert(!key.isNil() && !value.isNil());
+  const std::size_t hash = hashOf(key);
+  if (const DictionaryEntry* entry = find(entries, index, key, hash)) {
+    entries[static_cast<std::size_t>(entry - entries.data())].value = std::move(value);
+    return;
+  }
+  entries.push_back({std::move(key), std::move(value), hash});
+  indexLastEntry(entries, index);
 }
 
 std::uint64_t countOf(const Dictionary& receiver) { return receiver.count(); }
@@ -146,9 +158,10 @@ const Value& Dictionary::objectForKey(const Value& key) const {
   for (const DictionaryEntry& entry : entries_) {
     if (entry.hash != hash) continue;
     if (entry.key.object() == &text) return entry.value;
-    const bool isSame = entry.key.isKind(ObjectKind::String)
-                            ? static_cast<const String&>(*entry.key.object()).view() == text.view()
-                            : equal(entry.key, key);
+    const bool isSame =
+        entry.key.isKind(ObjectKind::String)
+            ? sameText(static_cast<const String&>(*entry.key.object()).view(), text.view())
+            : equal(entry.key, key);
     if (isSame) return entry.value;
   }
   return kNil;
@@ -161,14 +174,22 @@ const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
 }
 
 void DictionaryBuilder::set(Value key, Value value) {
-  assert(!key.isNil() && !value.isNil());
-  const std::size_t hash = hashOf(key);
-  if (const DictionaryEntry* entry = find(entries_, index_, key, hash)) {
-    entries_[static_cast<std::size_t>(entry - entries_.data())].value = std::move(value);
-    return;
+  setEntry(entries_, index_, std::move(key), std::move(value));
+}
+
+void Dictionary::set(Value key, Value value, OnlyReference /*proof*/) {
+  setEntry(entries_, index_, std::move(key), std::move(value));
+}
+
+Ref<Dictionary> dictionaryExtendedBy(Value left, Value key, Value value) {
+  auto& dictionary = static_cast<Dictionary&>(*left.object());
+  if (dictionary.referenceCount() == 1) {
+    dictionary.set(std::move(key), std::move(value), Dictionary::OnlyReference{});
+    return Ref<Dictionary>(dictionary);
   }
-  entries_.push_back({std::move(key), std::move(value), hash});
-  indexLastEntry(entries_, index_);
+  DictionaryBuilder builder(dictionary);
+  builder.set(std::move(key), std::move(value));
+  return builder.build();
 }
 
 void DictionaryBuilder::set(std::string_view key, Value value) {

@@ -42,6 +42,14 @@ class COMMANDFILTER_EXPORT Dictionary final : public Object {
   [[nodiscard]] const Value& objectForKey(const Value& key) const;
   /// The same for a key that is a string.
   [[nodiscard]] const Value& objectForKey(std::string_view key) const noexcept;
+  /// Says that whoever asks holds the only reference to the dictionary.
+  class OnlyReference {
+    friend Ref<Dictionary> dictionaryExtendedBy(Value left, Value key, Value value);
+    OnlyReference() = default;
+  };
+  /// Sets the value for a key in place; see DictionaryBuilder.
+  void set(Value key, Value value, OnlyReference proof);
+
   [[nodiscard]] auto begin() const noexcept { return entries_.begin(); }
   [[nodiscard]] auto end() const noexcept { return entries_.end(); }
 
@@ -84,5 +92,10 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   std::vector<DictionaryEntry> entries_;
   std::vector<std::uint32_t> index_;
 };
+
+/// The dictionary with the value set for the key. A dictionary that nobody else holds is extended
+/// in place.
+[[nodiscard]] COMMANDFILTER_EXPORT Ref<Dictionary> dictionaryExtendedBy(Value left, Value key,
+                                                                        Value value);
 
 }  // namespace commandfilter

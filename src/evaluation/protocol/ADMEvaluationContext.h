@@ -64,6 +64,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   virtual Ref<Array> extendArray(Value left, const Value& right) {
     return arrayExtendedBy(std::move(left), right);
   }
+  /// The left dictionary with the value set for the key. A context that holds it itself may extend
+  /// it in place.
+  virtual Ref<Dictionary> extendDictionary(Value left, Value key, Value value) {
+    return dictionaryExtendedBy(std::move(left), std::move(key), std::move(value));
+  }
 
   /// `setRuntimeError:` with the arguments written out.
   template <typename... Arguments>
