@@ -15,7 +15,8 @@ namespace {
 
 // While a key was the greatest, its equals went in front of the last of them, so that the first to
 // arrive stayed behind those; once there was a greater key, they went behind all of them.
-void rotateEqualKeys(std::vector<KeyPlace>& places) {
+void rotateEqualKeys(KeyPlaces places) {
+  if (std::ranges::none_of(places, &KeyPlace::equalsPrevious)) return;
   std::uint32_t firstGreater = std::numeric_limits<std::uint32_t>::max();
   auto end = places.end();
   while (end != places.begin()) {
@@ -41,22 +42,11 @@ Ref<SortedElements> SortedElements::create(Ref<Array> list) {
   return sorted;
 }
 
-void SortedElements::insertNext(Value key) {
-  forgetElementsSoFar();
-  if (!key.isNil()) {
-    // A first key is not compared with anything. All keys are of one kind, so that any of them
-    // refuses another kind as every other would.
-    if (key_.isNil()) {
-      key_ = key;
-    } else if (!canBeOrdered(key, key_)) {
-      static_cast<void>(compare(key, key_));
-    }
-  }
-  keys_.push_back(std::move(key));
-}
+void SortedElements::refuse(const Value& key) const { static_cast<void>(compare(key, key_)); }
 
 std::vector<Value> SortedElements::copyElements() const {
-  std::vector<KeyPlace> places = placesOfKeys(keys_);
+  KeyOrder order(keys_);
+  const KeyPlaces places = order.places();
   rotateEqualKeys(places);
   std::vector<Value> elements;
   elements.reserve(keys_.size());

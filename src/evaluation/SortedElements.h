@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
+#include "evaluation/KeyOrder.h"
 #include "evaluation/PartialResult.h"
 #include "runtime/Array.h"
 #include "runtime/Class.h"
@@ -25,7 +27,19 @@ class SortedElements final : public PartialResult {
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// Adds the next element of the list with its key, which may be nil.
   /// @throws Exception when the key cannot be ordered against the keys so far.
-  void insertNext(Value key);
+  void insertNext(Value key) {
+    forgetElementsSoFar();
+    if (!key.isNil()) {
+      // A first key is not compared with anything. All keys are of one kind, so that any of them
+      // refuses another kind as every other would.
+      if (key_.isNil()) {
+        key_ = key;
+      } else if (!canBeOrdered(key, key_)) {
+        refuse(key);
+      }
+    }
+    keys_.push_back(std::move(key));
+  }
 
  private:
   template <typename T, typename... Arguments>
@@ -35,6 +49,8 @@ class SortedElements final : public PartialResult {
   ~SortedElements() override = default;
 
   [[nodiscard]] std::vector<Value> copyElements() const override;
+  // Raises what the platform raises when it compares the key with those so far.
+  void refuse(const Value& key) const;
 
   Ref<Array> list_;
   /// The keys of the first elements of the list; of one kind.
