@@ -26,7 +26,7 @@ constexpr std::array<const MethodGroup*, 3> kGroups{
     &kSetProcedures,
 };
 
-bool standsForCurrent(const Value& component) {
+[[gnu::always_inline]] inline bool standsForCurrent(const Value& component) {
   const auto* text = castTo<String>(component);
   // Nearly all components are longer, which is told at once.
   return text != nullptr && text->view().size() <= 1 && (text->isEmpty() || text->view() == "@");
@@ -79,8 +79,6 @@ void ADMEvaluationContextBase::setLastError(RefPtr<ADMEvaluationError> error) {
   lastError_ = std::move(error);
 }
 
-void ADMEvaluationContextBase::clearErrors() { lastError_ = nullptr; }
-
 void ADMEvaluationContextBase::setRuntimeErrorWithArguments(
     std::string_view format, std::span<const FormatArgument> arguments) {
   if (format.data() == nullptr) format = "Unknown error";
@@ -119,16 +117,16 @@ Value ADMEvaluationContextBase::processSelector(const EvaluationName& name) {
 
 Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* components) {
   if (components == nullptr || components->isEmpty() || statusService_.isNil()) return {};
-  RefPtr<Array> replaced;
   for (const Value& component : *components) {
-    if (!standsForCurrent(component)) continue;
-    replaced = withCurrent(*components);
-    components = replaced.get();
-    break;
+    if (standsForCurrent(component)) return valueForFeaturePath(*withCurrent(*components));
   }
+  return valueForFeaturePath(*components);
+}
+
+Value ADMEvaluationContextBase::valueForFeaturePath(const Array& components) {
   if (featurePathSource_ == nullptr) findFeaturePathSource();
   RefPtr<String> errorInfo;
-  Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(*components, errorInfo);
+  Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(components, errorInfo);
   if (!errorInfo) return value;
   setRuntimeError(errorInfo->view());
   return {};

@@ -42,10 +42,13 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   Value executeProcedure_withArguments(const EvaluationName& name, const Array* arguments) override;
   Value valueForFeaturePathComponents(const Array* components) override;
   [[nodiscard]] ADMEvaluationError* lastError() const final { return lastError_.get(); }
+  [[nodiscard]] ADMEvaluationError* recordedError() const override { return lastError_.get(); }
   void setLastError(RefPtr<ADMEvaluationError> error) override;
   void setRuntimeErrorWithArguments(std::string_view format,
                                     std::span<const FormatArgument> arguments) final;
-  void clearErrors() override;
+  void clearErrors() override {
+    if (lastError_) lastError_ = nullptr;
+  }
 
   /// A scratch store for procedures, which `resetEvaluations` empties.
   [[nodiscard]] MutableDictionary& commonCache();
@@ -74,6 +77,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
+  /// The value at a path without "@".
+  [[nodiscard]] Value valueForFeaturePath(const Array& components);
   /// The path with what "@" stands for in its place.
   [[nodiscard]] Ref<Array> withCurrent(const Array& components);
   /// @throws Exception when the status service answers no feature paths.

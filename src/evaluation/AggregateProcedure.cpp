@@ -11,6 +11,7 @@
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
 #include "evaluation/SortedElements.h"
+#include "expression/OperandValue.h"
 #include "runtime/Cast.h"
 #include "runtime/Comparison.h"
 
@@ -57,7 +58,7 @@ class Accumulation {
   // Takes the step for the current element; false when it failed, which changes nothing.
   bool advance() {
     if (list_) return appendToList();
-    Value value = evaluateItem(step_, context_);
+    Value value = evaluateOperand(&itemOf(step_), context_);
     if (context_.lastError() != nullptr) return false;
     context_.setInitialValue(std::move(value));
     return true;
@@ -69,9 +70,10 @@ class Accumulation {
 
  private:
   bool appendToList() {
-    std::vector<Value> additions = appendingStep_->additions(context_);
+    additions_.clear();
+    appendingStep_->evaluate(context_, additions_);
     if (context_.lastError() != nullptr) return false;
-    for (Value& addition : additions) list_->append(std::move(addition));
+    for (Value& addition : additions_) list_->append(std::move(addition));
     return true;
   }
 
@@ -80,6 +82,8 @@ class Accumulation {
   std::optional<AppendingStep> appendingStep_;
   // The accumulator of an appending step.
   RefPtr<CollectedElements> list_;
+  // Those of one step; kept for its memory.
+  std::vector<Value> additions_;
 };
 
 /// _Sort(list, key): the elements in the ascending order of their keys.

@@ -24,8 +24,7 @@ std::optional<AppendingStep> AppendingStep::ofItem(const Value& item) {
   return AppendingStep(std::move(values));
 }
 
-std::vector<Value> AppendingStep::additions(ADMEvaluationContext& context) const {
-  std::vector<Value> additions;
+void AppendingStep::evaluate(ADMEvaluationContext& context, std::vector<Value>& additions) const {
   for (auto item = values_.rbegin(); item != values_.rend(); ++item) {
     Value value = (*item)->evaluate(context);
     if (const auto* array = castTo<Array>(value)) {
@@ -34,7 +33,6 @@ std::vector<Value> AppendingStep::additions(ADMEvaluationContext& context) const
       additions.push_back(std::move(value));
     }
   }
-  return additions;
 }
 
 }  // namespace commandfilter

@@ -18,8 +18,8 @@ class AppendingStep {
   /// None for any other step.
   [[nodiscard]] static std::optional<AppendingStep> ofItem(const Value& item);
 
-  /// Evaluates the values in their order; gives what belongs behind an array.
-  [[nodiscard]] std::vector<Value> additions(ADMEvaluationContext& context) const;
+  /// Evaluates the values in their order; puts what belongs behind an array into `additions`.
+  void evaluate(ADMEvaluationContext& context, std::vector<Value>& additions) const;
 
  private:
   explicit AppendingStep(std::vector<const ADMEvaluationItemBase*> values) noexcept

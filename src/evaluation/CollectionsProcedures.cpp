@@ -63,10 +63,14 @@ Value translate(ADMEvaluationContextBase& context, const Array* items) {
   return translated.empty() ? Value() : Value(Array::create(std::move(translated)));
 }
 
+// Apart, because it is rarely needed.
+[[gnu::noinline]] Value evaluateDefault(ADMEvaluationContextBase& context, const Array* items) {
+  return countOf(items) < 3 ? Value() : evaluateArgument(items, 2, context);
+}
+
 // The last step of both look-ups: what was found, or the default, which is evaluated only then.
-Value orDefault(Value found, ADMEvaluationContextBase& context, const Array* items) {
-  if (!found.isNil() || countOf(items) < 3) return found;
-  return evaluateArgument(items, 2, context);
+Value orDefault(const Value& found, ADMEvaluationContextBase& context, const Array* items) {
+  return found.isNil() ? evaluateDefault(context, items) : found;
 }
 
 Value keyOfValue(const Dictionary& dictionary, const Value& value) {
@@ -96,7 +100,7 @@ Value getKey(ADMEvaluationContextBase& context, const Array* items) {
   if (!value.isNil()) {
     found = dictionary != nullptr ? keyOfValue(*dictionary, value) : indexOfValue(*array, value);
   }
-  return orDefault(std::move(found), context, items);
+  return orDefault(found, context, items);
 }
 
 /// _GetItem(container, key [, default]): what stands at a key or index.

@@ -6,6 +6,7 @@
 
 #include "evaluation/ADMEvaluationContextBase.h"
 #include "expression/ADMEvaluationItemBase.h"
+#include "expression/OperandValue.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
 #include "runtime/Ref.h"
@@ -22,8 +23,7 @@ namespace commandfilter {
 /// @throws Exception when it is no item, and whatever its evaluation raises.
 [[nodiscard]] inline Value evaluateArgument(const Array* items, std::size_t index,
                                             ADMEvaluationContext& context) {
-  const auto* item = castTo<ADMEvaluationItemBase>((*items)[index]);
-  return item != nullptr ? item->evaluate(context) : evaluateItem((*items)[index], context);
+  return evaluateOperand(&itemOf((*items)[index]), context);
 }
 
 /// Records the error of a procedure; gives nil.

@@ -5,6 +5,7 @@
 
 #include "expression/ADMItemsList.h"
 #include "expression/EvaluationFailure.h"
+#include "expression/OperandValue.h"
 #include "expression/Operators.h"
 #include "expression/TreePrinter.h"
 #include "runtime/Cast.h"
@@ -24,6 +25,12 @@ bool isFalse(const Value& value) {
   return value.isNil() || (value.isBoolean() && !value.number().boolValue());
 }
 
+// Another class's item may have the code as well.
+bool isListOperation(const ADMEvaluationItemBase* item) {
+  return item != nullptr && item->type() == ItemType::MakeList &&
+         &item->classInfo() == &ADMEvaluationBinaryOperation::kClass;
+}
+
 bool isNumberOrNil(const Value& value) { return value.isNil() || value.isNumber(); }
 std::int32_t bitsOf(const Value& value) { return value.isNil() ? 0 : value.number().intValue(); }
 
@@ -32,10 +39,6 @@ std::int32_t bitsOf(const Value& value) { return value.isNil() ? 0 : value.numbe
                                                  ADMEvaluationContext& context,
                                                  std::string_view message) {
   return fail(item, context, ErrorCategory::Runtime, message);
-}
-
-Value evaluateOperand(const ADMEvaluationItemBase* operand, ADMEvaluationContext& context) {
-  return operand != nullptr ? operand->evaluate(context) : Value();
 }
 
 }  // namespace
@@ -52,7 +55,7 @@ Value ADMEvaluationBinaryOperation::evaluate(ADMEvaluationContext& context) cons
   StackGuard::check();
   const Operator* row = operatorOfType(type());
   if (row == nullptr || row->perform == nullptr) return failAsUnknown(context);
-  return (this->*row->perform)(context);
+  return row->perform(*this, context);
 }
 
 Value ADMEvaluationBinaryOperation::failAsUnknown(ADMEvaluationContext& context) const {
@@ -67,7 +70,7 @@ Value ADMEvaluationBinaryOperation::performMakeListOperation(
   while (!waiting.empty()) {
     const ADMEvaluationItemBase* item = waiting.back();
     waiting.pop_back();
-    if (item != nullptr && item->type() == ItemType::MakeList) {
+    if (isListOperation(item)) {
       const auto& inner = static_cast<const ADMEvaluationBinaryOperation&>(*item);
       waiting.push_back(inner.rightOperand());
       waiting.push_back(inner.leftOperand());
@@ -94,9 +97,9 @@ Value ADMEvaluationBinaryOperation::performAndOperation(ADMEvaluationContext& co
 }
 
 bool ADMEvaluationBinaryOperation::operandsAreEqual(ADMEvaluationContext& context) const {
-  const Value left = evaluateOperand(leftOperand(), context);
-  const Value right = evaluateOperand(rightOperand(), context);
-  return equal(left, right);
+  const OperandValue left(leftOperand(), context);
+  const OperandValue right(rightOperand(), context);
+  return equal(*left, *right);
 }
 
 Value ADMEvaluationBinaryOperation::performEqualityOperation(ADMEvaluationContext& context) const {
@@ -151,15 +154,17 @@ Value ADMEvaluationBinaryOperation::performBitOperation(ADMEvaluationContext& co
 Value ADMEvaluationBinaryOperation::performConcatOperation(ADMEvaluationContext& context) const {
   Value left = evaluateOperand(leftOperand(), context);
   if (left.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
-  const Value right = evaluateOperand(rightOperand(), context);
+  const OperandValue right(rightOperand(), context);
   if (left.isKind(ObjectKind::Array)) {
-    if (right.isNil()) return left;
-    return context.extendArray(std::move(left), right);
+    if (right->isNil()) return left;
+    return context.extendArray(std::move(left), *right);
   }
-  if (left.isKind(ObjectKind::Dictionary)) return extendDictionary(std::move(left), right, context);
-  if (right.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
-  if (left.isNil() && right.isNil()) return {};
-  return context.concatenate(std::move(left), right);
+  if (left.isKind(ObjectKind::Dictionary)) {
+    return extendDictionary(std::move(left), *right, context);
+  }
+  if (right->isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
+  if (left.isNil() && right->isNil()) return {};
+  return context.concatenate(std::move(left), *right);
 }
 
 // dictionary + (value, key)
@@ -172,9 +177,7 @@ Value ADMEvaluationBinaryOperation::extendDictionary(Value left, const Value& ri
   if (value.isNil()) return left;
   Value key = evaluateItem((*items)[1], context);
   if (key.isNil()) return left;
-  DictionaryBuilder builder(*castTo<Dictionary>(left));
-  builder.set(std::move(key), std::move(value));
-  return builder.build();
+  return context.extendDictionary(std::move(left), std::move(key), std::move(value));
 }
 
 Value ADMEvaluationBinaryOperation::performConcatIfNotNilOperation(
@@ -182,10 +185,10 @@ Value ADMEvaluationBinaryOperation::performConcatIfNotNilOperation(
   Value left = evaluateOperand(leftOperand(), context);
   if (left.isNil()) return {};
   if (left.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
-  const Value right = evaluateOperand(rightOperand(), context);
-  if (right.isNil()) return {};
-  if (right.isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
-  return context.concatenate(std::move(left), right);
+  const OperandValue right(rightOperand(), context);
+  if (right->isNil()) return {};
+  if (right->isBoolean()) return failAtRuntime(*this, context, kWrongConcatenation);
+  return context.concatenate(std::move(left), *right);
 }
 
 void ADMEvaluationBinaryOperation::print(TreePrinter& printer) const {

@@ -15,6 +15,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
  public:
   static const Class kClass;
 
+  /// What evaluates an operation; a row of the operator table names it.
+  using Operation = Value(const ADMEvaluationBinaryOperation& operation,
+                          ADMEvaluationContext& context);
+
   [[nodiscard]] static Ref<ADMEvaluationBinaryOperation> itemWithOperationType(ItemType type);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }

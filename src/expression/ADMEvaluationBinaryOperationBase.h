@@ -16,10 +16,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperationBase : public ADMEvaluati
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* leftOperand() const noexcept { return leftOperand_.get(); }
-  void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  virtual void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* rightOperand() const noexcept { return rightOperand_.get(); }
-  void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  virtual void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
   bool pushToStack(ADMEvaluationStack& stack) override;
 
  protected:

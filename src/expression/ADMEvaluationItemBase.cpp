@@ -3,8 +3,8 @@
 #include <string>
 
 #include "expression/ADMEvaluationStack.h"
+#include "expression/OperandValue.h"
 #include "expression/TreePrinter.h"
-#include "runtime/Cast.h"
 #include "runtime/Exception.h"
 
 namespace commandfilter {
@@ -26,9 +26,9 @@ void ADMEvaluationItemBase::appendDescription(std::string& text, int /*level*/) 
 }
 
 Value evaluateItem(const Value& item, ADMEvaluationContext& context) {
-  const auto* evaluated = castTo<ADMEvaluationItemBase>(item);
-  if (evaluated == nullptr) throw Exception("an argument is no item of an expression");
-  return evaluated->evaluate(context);
+  return evaluateOperand(&itemOf(item), context);
 }
+
+void detail::throwNoItem() { throw Exception("an argument is no item of an expression"); }
 
 }  // namespace commandfilter

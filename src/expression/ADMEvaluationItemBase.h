@@ -65,8 +65,21 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
   Place end_ = 0;
 };
 
-/// Evaluates an element of an argument list.
+namespace detail {
+
+[[noreturn]] COMMANDFILTER_EXPORT void throwNoItem();
+
+}  // namespace detail
+
+/// An element of an argument list as the item that it is. Borrowed.
 /// @throws Exception when it is no item.
+[[nodiscard]] inline const ADMEvaluationItemBase& itemOf(const Value& element) {
+  if (!element.isKind(ObjectKind::EvaluationItem)) detail::throwNoItem();
+  return static_cast<const ADMEvaluationItemBase&>(*element.object());
+}
+
+/// Evaluates an element of an argument list.
+/// @throws Exception when it is no item, and whatever its evaluation raises.
 [[nodiscard]] COMMANDFILTER_EXPORT Value evaluateItem(const Value& item,
                                                       ADMEvaluationContext& context);
 

@@ -68,7 +68,7 @@ void ADMEvaluationLexer::putCharBack() noexcept {
   if (currentPosition_ >= 1 && currentPosition_ <= units_.length()) --currentPosition_;
 }
 
-void ADMEvaluationLexer::skipWhitespaces() noexcept {
+inline void ADMEvaluationLexer::skipWhitespaces() noexcept {
   if (currentPosition_ < units_.length()) {
     currentPosition_ = units_.skipWhile(currentPosition_, isBlankUnit);
   }
@@ -81,9 +81,10 @@ void ADMEvaluationLexer::applyTerminator(char16_t unit) noexcept {
 template <typename Belongs>
 std::size_t ADMEvaluationLexer::readWhile(Belongs belongs) noexcept {
   const std::size_t end = units_.skipWhile(currentPosition_, belongs);
-  // The end of the expression is read as well, and a blank.
+  // The end of the expression is read as well, and a blank. What comes cannot be foretold, so it is
+  // counted rather than branched on.
   const bool takesTerminator = end == units_.length() || isBlankUnit(units_[end]);
-  currentPosition_ = takesTerminator ? end + 1 : end;
+  currentPosition_ = end + static_cast<std::size_t>(takesTerminator);
   return end;
 }
 
@@ -161,9 +162,15 @@ RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
   RefPtr<ADMEvaluationItemBase> item = readItem();
   if (!item) return nullptr;
   std::size_t end = std::min(currentPosition_, units_.length());
-  while (end > begin + 1 && isBlankUnit(units_[end - 1])) --end;
-  item->setSourceRange({begin, end});
+  const auto endsBlank = [this, begin, &end] {
+    return static_cast<std::size_t>(end > begin + 1) &
+           static_cast<std::size_t>(isBlankUnit(units_[end - 1]));
+  };
+  end -= endsBlank();
   previousType_ = item->type();
+  // Only behind "!" may there be more blanks than the one that ends a token.
+  while (previousType_ == ItemType::Not && endsBlank() != 0) --end;
+  item->setSourceRange({begin, end});
   return item;
 }
 
@@ -304,6 +311,11 @@ Ref<Array> ADMEvaluationLexer::pathAt(const PathPlaces& places) const {
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readOperator() {
   const std::size_t begin = currentPosition_;
   const std::size_t end = readWhile(isLetterUnit);
+  if (end < units_.length() && units_[end] == 0) {
+    // The end of the input makes the rest of the expression the word, and no word has that unit.
+    currentPosition_ = end + 1;
+    return fail("Incorrect operator at %d", currentPosition_);
+  }
   const std::optional<std::string_view> word = units_.view(begin, end);
   if (const Operator* row = operatorOfWord(word ? *word : units_.substring(begin, end))) {
     return itemOfOperator(*row);

@@ -12,10 +12,8 @@ Ref<ADMEvaluationNumber> ADMEvaluationNumber::itemWithNumber(const Number& numbe
   return make<ADMEvaluationNumber>(number);
 }
 
-Value ADMEvaluationNumber::evaluate(ADMEvaluationContext& /*context*/) const { return number_; }
-
 void ADMEvaluationNumber::print(TreePrinter& printer) const {
-  printer.append(descriptionOf(number_));
+  printer.append(descriptionOf(value()));
 }
 
 }  // namespace commandfilter

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "expression/ADMEvaluationItemBase.h"
+#include "expression/LiteralItem.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Number.h"
@@ -13,27 +13,23 @@
 namespace commandfilter {
 
 /// An integer literal.
-class COMMANDFILTER_EXPORT ADMEvaluationNumber final : public ADMEvaluationItemBase {
+class COMMANDFILTER_EXPORT ADMEvaluationNumber final : public LiteralItem {
  public:
   static const Class kClass;
 
   [[nodiscard]] static Ref<ADMEvaluationNumber> itemWithNumber(const Number& number);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
-  [[nodiscard]] const Number& number() const noexcept { return number_; }
+  [[nodiscard]] Number number() const noexcept { return value().number(); }
 
-  [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
   void print(TreePrinter& printer) const override;
 
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit ADMEvaluationNumber(const Number& number)
-      : ADMEvaluationItemBase(ItemType::Number), number_(number) {}
+  explicit ADMEvaluationNumber(const Number& number) : LiteralItem(ItemType::Number, number) {}
   ~ADMEvaluationNumber() override = default;
-
-  Number number_;
 };
 
 }  // namespace commandfilter

@@ -1,6 +1,8 @@
 // Procedure calls in member form.
 #pragma once
 
+#include <utility>
+
 #include "evaluation/protocol/EvaluationName.h"
 #include "expression/ADMEvaluationBinaryOperationBase.h"
 #include "runtime/Array.h"
@@ -23,6 +25,14 @@ class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
+  void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
+    arguments_ = nullptr;
+    ADMEvaluationBinaryOperationBase::setLeftOperand(std::move(operand));
+  }
+  void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
+    arguments_ = nullptr;
+    ADMEvaluationBinaryOperationBase::setRightOperand(std::move(operand));
+  }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
   void print(TreePrinter& printer) const override;
 

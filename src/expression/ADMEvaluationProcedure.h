@@ -1,6 +1,8 @@
 // Procedure calls in prefix form.
 #pragma once
 
+#include <utility>
+
 #include "evaluation/protocol/EvaluationName.h"
 #include "expression/ADMEvaluationUnaryOperationBase.h"
 #include "runtime/Array.h"
@@ -22,6 +24,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUn
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
+  void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
+    arguments_ = nullptr;
+    ADMEvaluationUnaryOperationBase::setOperand(std::move(operand));
+  }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
   void print(TreePrinter& printer) const override;
 

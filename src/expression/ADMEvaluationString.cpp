@@ -11,10 +11,8 @@ Ref<ADMEvaluationString> ADMEvaluationString::itemWithString(RefPtr<String> stri
   return make<ADMEvaluationString>(std::move(string));
 }
 
-Value ADMEvaluationString::evaluate(ADMEvaluationContext& /*context*/) const { return string_; }
-
 void ADMEvaluationString::print(TreePrinter& printer) const {
-  if (string_) printer.append("\"").append(string_->view()).append("\"");
+  if (const String* text = string()) printer.append("\"").append(text->view()).append("\"");
 }
 
 }  // namespace commandfilter

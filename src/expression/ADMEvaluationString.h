@@ -3,7 +3,8 @@
 
 #include <utility>
 
-#include "expression/ADMEvaluationItemBase.h"
+#include "expression/LiteralItem.h"
+#include "runtime/Cast.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Ref.h"
@@ -14,16 +15,15 @@ namespace commandfilter {
 
 /// A text between double quotes, or the empty element that the compiler inserts where a list leaves
 /// one out: that one's string is nil.
-class COMMANDFILTER_EXPORT ADMEvaluationString final : public ADMEvaluationItemBase {
+class COMMANDFILTER_EXPORT ADMEvaluationString final : public LiteralItem {
  public:
   static const Class kClass;
 
   [[nodiscard]] static Ref<ADMEvaluationString> itemWithString(RefPtr<String> string);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
-  [[nodiscard]] const RefPtr<String>& string() const noexcept { return string_; }
-
-  [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
+  /// nil where a list leaves an element out. Borrowed.
+  [[nodiscard]] const String* string() const noexcept { return castTo<String>(value()); }
   void print(TreePrinter& printer) const override;
 
  private:
@@ -31,10 +31,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationString final : public ADMEvaluationItemB
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMEvaluationString(RefPtr<String> string)
-      : ADMEvaluationItemBase(ItemType::String), string_(std::move(string)) {}
+      : LiteralItem(ItemType::String, std::move(string)) {}
   ~ADMEvaluationString() override = default;
-
-  RefPtr<String> string_;
 };
 
 }  // namespace commandfilter

@@ -16,7 +16,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationUnaryOperationBase : public ADMEvaluatio
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* operand() const noexcept { return operand_.get(); }
-  void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  virtual void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
   bool pushToStack(ADMEvaluationStack& stack) override;
 
  protected:

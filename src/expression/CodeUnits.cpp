@@ -41,9 +41,15 @@ std::size_t CodeUnits::findOrNull(char16_t unit, std::size_t start) const noexce
   const std::size_t found = skipWhile(start, soon, goesOn);
   if (found < soon || found >= length_) return std::min(found, length_);
   if (!isASCII_) return skipWhile(found, goesOn);
-  const std::string_view rest = text_.substr(found);
-  const std::string_view head = rest.substr(0, rest.find(static_cast<char>(unit)));
-  return found + std::min(head.find('\0'), head.size());
+  // In pieces that double, so that neither of the two is sought far behind the other.
+  std::size_t begin = found;
+  for (std::size_t size = kSoon; begin < length_; begin += size, size *= 2) {
+    const std::string_view piece = text_.substr(begin, size);
+    const std::string_view head = piece.substr(0, piece.find(static_cast<char>(unit)));
+    const std::size_t end = std::min(head.find('\0'), head.size());
+    if (end < piece.size()) return begin + end;
+  }
+  return length_;
 }
 
 std::string CodeUnits::substring(std::size_t begin, std::size_t end) const {

@@ -17,7 +17,8 @@ namespace commandfilter {
 namespace {
 
 bool isMakeList(const ADMEvaluationItemBase* item) {
-  return item != nullptr && item->type() == ItemType::MakeList;
+  return item != nullptr && item->type() == ItemType::MakeList &&
+         &item->classInfo() == &ADMEvaluationBinaryOperation::kClass;
 }
 
 // True for what may stand behind a full stop in a feature path, nothing included.
