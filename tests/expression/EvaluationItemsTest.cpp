@@ -49,7 +49,7 @@ TEST(EvaluationItems, KeepWhatTheyAreMadeOf) {
   const Ref<TestContext> context = TestContext::create();
   const Ref<String> name = textOf("name");
   const Ref<ADMEvaluationString> string = ADMEvaluationString::itemWithString(name);
-  EXPECT_EQ(string->string().get(), name.get());
+  EXPECT_EQ(string->string(), name.get());
   EXPECT_TRUE(string->evaluate(*context).isIdenticalTo(name));
   EXPECT_TRUE(ADMEvaluationString::itemWithString(nullptr)->evaluate(*context).isNil());
   EXPECT_EQ(ADMEvaluationGlobalConstant::itemWithName(name)->name().get(), name.get());
