@@ -22,6 +22,7 @@
 #include "expression/ADMEvaluationUnaryOperation.h"
 #include "expression/LexicalClasses.h"
 #include "expression/Operators.h"
+#include "expression/TokenStart.h"
 #include "runtime/Text.h"
 
 namespace commandfilter {
@@ -85,6 +86,7 @@ std::size_t ADMEvaluationLexer::readWhile(Belongs belongs) noexcept {
   // counted rather than branched on.
   const bool takesTerminator = end == units_.length() || isBlankUnit(units_[end]);
   currentPosition_ = end + static_cast<std::size_t>(takesTerminator);
+  tokenEnd_ = end;
   return end;
 }
 
@@ -107,77 +109,68 @@ Ref<String> ADMEvaluationLexer::stringBetween(std::size_t begin, std::size_t end
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readItem() {
   const char16_t unit = nextChar();
-  if (isLetterUnit(unit)) {
-    putCharBack();
-    return readOperator();
-  }
-  if (isDigitUnit(unit) || unit == u'-') {
-    putCharBack();
-    return readNumber();
-  }
-  switch (unit) {
-    case 0:
+  switch (tokenStartOf(unit)) {
+    case TokenStart::EndOfExpression:
       return nullptr;
-    case u'!':
+    case TokenStart::Word:
+      putCharBack();
+      return readOperator();
+    case TokenStart::Number:
+      putCharBack();
+      return readNumber();
+    case TokenStart::NotOrUnequal:
       return readNotOrUnequal();
-    case u'"': {
+    case TokenStart::String: {
       RefPtr<String> text = readString();
       if (!text) return nullptr;
       return ADMEvaluationString::itemWithString(std::move(text));
     }
-    case u'$':
+    case TokenStart::GlobalConstant:
       return ADMEvaluationGlobalConstant::itemWithName(readStandardIdentifier());
-    case u'(':
+    case TokenStart::OpeningBrace:
       return ADMEvaluationNonExecutable::itemWithItemType(ItemType::OpeningBrace);
-    case u')':
+    case TokenStart::ClosingBrace:
       return ADMEvaluationNonExecutable::itemWithItemType(ItemType::ClosingBrace);
-    case u'@':
+    case TokenStart::Selector:
       return ADMEvaluationSelector::itemWithSelectorName(readSelector());
-    case u'[':
+    case TokenStart::GlobalValue:
       return ADMEvaluationGlobalValue::itemWithName(readGlobalName());
-    case u'_':
+    case TokenStart::Procedure:
       return readProcedure();
-    case u'{': {
+    case TokenStart::FeaturePath: {
       RefPtr<Array> path = readIdentifiersPath();
       if (!path) return nullptr;
       return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(Ref<Array>(*path));
     }
-    case u'&':
-    case u'+':
-    case u',':
-    case u'=':
-    case u'|':
-    case u'~': {
+    case TokenStart::Symbol: {
       const char symbol = static_cast<char>(unit);
       return itemOfOperator(*operatorOfSymbol({&symbol, 1}));
     }
-    default:
-      return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
+    case TokenStart::Incorrect:
+      break;
   }
+  return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
   skipWhitespaces();
   const std::size_t begin = currentPosition_;
+  tokenEnd_ = 0;
   RefPtr<ADMEvaluationItemBase> item = readItem();
-  if (!item) return nullptr;
-  std::size_t end = std::min(currentPosition_, units_.length());
-  const auto endsBlank = [this, begin, &end] {
-    return static_cast<std::size_t>(end > begin + 1) &
-           static_cast<std::size_t>(isBlankUnit(units_[end - 1]));
-  };
-  end -= endsBlank();
-  previousType_ = item->type();
-  // Only behind "!" may there be more blanks than the one that ends a token.
-  while (previousType_ == ItemType::Not && endsBlank() != 0) --end;
-  item->setSourceRange({begin, end});
+  if (item) {
+    const std::size_t end = tokenEnd_ != 0 ? tokenEnd_ : currentPosition_;
+    item->setSourceRange({begin, std::min(end, units_.length())});
+    previousType_ = item->type();
+  }
   return item;
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNotOrUnequal() {
+  const std::size_t end = currentPosition_;
   skipWhitespaces();
   if (nextChar() == u'=') return itemOfOperator(*operatorOfSymbol("!="));
   putCharBack();
+  tokenEnd_ = end;
   return itemOfOperator(*operatorOfSymbol("!"));
 }
 
@@ -212,6 +205,7 @@ RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNumber() {
     return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
   }
   applyTerminator(unit);
+  tokenEnd_ = end;
   return ADMEvaluationNumber::itemWithNumber(numberBetween(start, end, base, negative));
 }
 
@@ -287,6 +281,7 @@ RefPtr<Array> ADMEvaluationLexer::readIdentifiersPath() {
   } else {
     applyTerminator(unit);
   }
+  tokenEnd_ = end;
   const std::optional<std::string_view> text = units_.view(places.nameBegin, end);
   if (!text) return pathAt(places);
   return recentPaths_.pathFor(*text, [&] { return pathAt(places); });

@@ -96,6 +96,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   CodeUnits units_;
   Ref<ADMEvaluationContext> context_;
   std::size_t currentPosition_ = 0;
+  /// Where the token ends, for those that read more than themselves; 0 for the others.
+  std::size_t tokenEnd_ = 0;
   ItemType previousType_ = ItemType::StartOfExpression;
   RecentPaths recentPaths_;
 };
