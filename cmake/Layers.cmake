@@ -3,11 +3,12 @@
 # nothing else: an include of any other layer does not compile. The root holds a link to each
 # header, so that a layer does not show the layers in its sub-folders.
 #
-#   add_layer(FOLDER [DEPENDS layer...] [LINKS library...] [LIBRARY | STATIC])
+#   add_layer(FOLDER [DEPENDS layer...] [LINKS library...] [PRIVATE header...] [LIBRARY | STATIC])
 #
 #   LIBRARY  a part of libcommandfilter.so; linking the layer links that library
 #   STATIC   a static library of its own, for the layers of the filter program
 #   LINKS    libraries that the layer's sources call; their headers stay out of the layer's own
+#   PRIVATE  headers for the layer's own sources, which include them without the folder's name
 #
 # Targets: LAYER_headers (headers alone), LAYER (headers and code).
 
@@ -20,12 +21,15 @@ function(layer_target folder result)
 endfunction()
 
 function(add_layer folder)
-  cmake_parse_arguments(PARSE_ARGV 1 ARG "LIBRARY;STATIC" "" "DEPENDS;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "LIBRARY;STATIC" "" "DEPENDS;LINKS;PRIVATE")
   layer_target(${folder} layer)
   set(source_folder ${PROJECT_SOURCE_DIR}/src/${folder})
   set(root ${PROJECT_BINARY_DIR}/layers/${layer})
 
   file(GLOB headers RELATIVE ${source_folder} CONFIGURE_DEPENDS ${source_folder}/*.h)
+  if(ARG_PRIVATE)
+    list(REMOVE_ITEM headers ${ARG_PRIVATE})
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${source_folder}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   # Links of headers that are gone would keep their includes compiling.
