@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "runtime/Export.h"
 #include "runtime/TypeCode.h"
 #include "runtime/Value.h"
 
@@ -96,6 +97,17 @@ struct PlainFunction<Result (*)(Arguments...)> : Signature<Result, Arguments...>
 template <typename Result, typename... Arguments>
 struct PlainFunction<Result (*)(Arguments...) noexcept> : Signature<Result, Arguments...> {};
 
+[[noreturn]] COMMANDFILTER_EXPORT void throwNotConforming(const Value& receiver,
+                                                          std::string_view protocol);
+
+/// The receiver of a protocol's row, whose class must declare the protocol itself.
+template <typename T>
+T& interfaceOfReceiver(const Value& receiver) {
+  T* target = castTo<T>(receiver);
+  if (target == nullptr) throwNotConforming(receiver, T::kProtocol.name);
+  return *target;
+}
+
 template <auto Function>
 Value invokeInstance(const Value& receiver, std::span<const Value> arguments) {
   using Types = InstanceFunction<decltype(Function)>;
@@ -111,6 +123,9 @@ Value invokeInstance(const Value& receiver, std::span<const Value> arguments) {
           }
         } else if constexpr (std::is_base_of_v<Object, Receiver>) {
           return (static_cast<Receiver&>(*receiver.object()).*
+                  Function)(std::forward<decltype(values)>(values)...);
+        } else {
+          return (interfaceOfReceiver<Receiver>(receiver).*
                   Function)(std::forward<decltype(values)>(values)...);
         }
       },
@@ -129,9 +144,9 @@ consteval void checkColons(std::string_view selector) {
 
 }  // namespace detail
 
-/// A row for an instance method: a member function of the class, or a function whose first
-/// parameter is the receiver. The selector must have one colon for each argument; a mismatch, and
-/// a type that has no code, do not compile.
+/// A row for an instance method: a member function of the class or of a protocol that the class
+/// declares, or a function whose first parameter is the receiver. The selector must have one colon
+/// for each argument; a mismatch, and a type that has no code, do not compile.
 template <auto Function>
 [[nodiscard]] consteval Method method(std::string_view selector) {
   using Types = detail::InstanceFunction<decltype(Function)>;

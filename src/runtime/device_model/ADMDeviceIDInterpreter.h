@@ -19,7 +19,7 @@ class COMMANDFILTER_EXPORT ADMDeviceIDInterpreter : public ProtocolBase {
   [[nodiscard]] static RefPtr<ADMDeviceIDInterpreter> initWithDeviceIDString(
       const String& deviceID);
 
-  /// The printer languages that the ID lists, as strings; nil when it lists none.
+  /// The printer languages that the ID lists, as strings in its order; nil when it lists none.
   virtual RefPtr<Array> languages() = 0;
 
  protected:
