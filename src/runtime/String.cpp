@@ -75,6 +75,13 @@ RefPtr<String> String::fromUTF8(std::string_view text) {
   return make<String>(text);
 }
 
+Ref<String> String::fromDeviceText(std::string_view bytes) {
+  if (isUTF8(bytes)) return make<String>(bytes);
+  std::string text;
+  for (const char byte : bytes) appendCodePoint(text, static_cast<unsigned char>(byte));
+  return make<String>(std::string_view(text));
+}
+
 bool String::isEqual(const Value& other) const {
   if (other.object() == this) return true;
   return other.isKind(ObjectKind::String) &&

@@ -27,6 +27,9 @@ class COMMANDFILTER_EXPORT String final : public Object {
   [[nodiscard]] static Ref<String> create(std::string text);
   /// A string of exactly these bytes; nil when they are not UTF-8.
   [[nodiscard]] static RefPtr<String> fromUTF8(std::string_view text);
+  /// A string of what a device sends, which rarely says how it encodes characters beyond ASCII:
+  /// UTF-8 when all of it is that, otherwise Latin-1, which fits any bytes.
+  [[nodiscard]] static Ref<String> fromDeviceText(std::string_view bytes);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool isEqual(const Value& other) const override;

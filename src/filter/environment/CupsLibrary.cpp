@@ -17,10 +17,16 @@ Function functionNamed(const SharedLibrary& library, const char* name) {
 CupsLibrary::CupsLibrary(const SharedLibrary& library)
     : getPPD(functionNamed<decltype(getPPD)>(library, "cupsGetPPD")),
       ppdOpen(functionNamed<decltype(ppdOpen)>(library, "ppdOpenFile")),
-      ppdCloseFile(functionNamed<decltype(ppdCloseFile)>(library, "ppdClose")) {}
+      ppdCloseFile(functionNamed<decltype(ppdCloseFile)>(library, "ppdClose")),
+      ppdFindAttribute(functionNamed<decltype(ppdFindAttribute)>(library, "ppdFindAttr")),
+      sideChannelDoRequest(
+          functionNamed<decltype(sideChannelDoRequest)>(library, "cupsSideChannelDoRequest")),
+      sideChannelRead(functionNamed<decltype(sideChannelRead)>(library, "cupsSideChannelRead")) {}
 
 bool CupsLibrary::isComplete() const noexcept {
-  return getPPD != nullptr && ppdOpen != nullptr && ppdCloseFile != nullptr;
+  return getPPD != nullptr && ppdOpen != nullptr && ppdCloseFile != nullptr &&
+         ppdFindAttribute != nullptr && sideChannelDoRequest != nullptr &&
+         sideChannelRead != nullptr;
 }
 
 const CupsLibrary* CupsLibrary::shared() {

@@ -3,6 +3,7 @@
 
 #include <cups/cups.h>
 #include <cups/ppd.h>
+#include <cups/sidechannel.h>
 
 #include "runtime/SharedLibrary.h"
 
@@ -23,6 +24,9 @@ class CupsLibrary {
   decltype(&cupsGetPPD) getPPD;
   decltype(&ppdOpenFile) ppdOpen;
   decltype(&ppdClose) ppdCloseFile;
+  decltype(&ppdFindAttr) ppdFindAttribute;
+  decltype(&cupsSideChannelDoRequest) sideChannelDoRequest;
+  decltype(&cupsSideChannelRead) sideChannelRead;
 
  private:
   explicit CupsLibrary(const SharedLibrary& library);
