@@ -16,6 +16,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// In seconds: how long to wait for the answer once the late one to another command has come. The
+// backend is free to give it then, and one that means to refuse the message gives none.
+constexpr double kPatience = 5;
+
 // A backend that is gone must not take the process with it.
 class IgnoredBrokenPipes {
  public:
@@ -44,8 +48,10 @@ void discardLateAnswers() noexcept {
 
 // Reads on past the answers to other commands.
 cups_sc_status_t awaitAnswer(const CupsLibrary& cups, cups_sc_command_t command, char* buffer,
-                             int& length, Clock::time_point end) {
+                             int& length, double timeout) {
   const int room = length;
+  const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                      std::chrono::duration<double>(timeout));
   while (true) {
     const double left = std::chrono::duration<double>(end - Clock::now()).count();
     cups_sc_command_t answered = CUPS_SC_CMD_NONE;
@@ -68,13 +74,11 @@ SideChannelStatus CupsSideChannel::doRequest(SideChannelCommand command, char* b
   discardLateAnswers();
   const int room = length;
   const auto code = static_cast<cups_sc_command_t>(command);
-  const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                      std::chrono::duration<double>(timeout));
   cups_sc_status_t status = cups->sideChannelDoRequest(code, buffer, &length, timeout);
   if (status == CUPS_SC_STATUS_BAD_MESSAGE) {
     // The answer to another request came after the question; that to this one is still due.
     length = room;
-    status = awaitAnswer(*cups, code, buffer, length, end);
+    status = awaitAnswer(*cups, code, buffer, length, std::min(timeout, kPatience));
   }
   length = status == CUPS_SC_STATUS_OK ? std::clamp(length, 0, room) : 0;
   return static_cast<SideChannelStatus>(status);

@@ -1,0 +1,228 @@
+#include "device_io/CupsSideChannel.h"
+
+#include <cups/sidechannel.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "BackendDouble.h"
+#include "InChild.h"
+#include "device_io/ADMCUPSSideChannelDevice.h"
+
+namespace commandfilter {
+namespace {
+
+using testing::BackendDouble;
+using ::testing::ElementsAre;
+using testing::runInChild;
+using Status = SideChannelStatus;
+
+constexpr int kGetDeviceID = CUPS_SC_CMD_GET_DEVICE_ID;
+constexpr int kGetState = CUPS_SC_CMD_GET_STATE;
+constexpr int kOK = CUPS_SC_STATUS_OK;
+// In seconds: one that a test waits out, and one that it never does.
+constexpr double kShort = 0.02;
+constexpr double kLong = 60;
+
+const std::string kDeviceID = "MFG:Acme;MDL:M1;CMD:PCL,LDL;";
+
+struct Answer {
+  Status status;
+  int length;
+  std::string bytes;
+};
+
+Answer request(double timeout = kLong, int room = 2047) {
+  std::string buffer(static_cast<std::size_t>(room), '\0');
+  int length = room;
+  CupsSideChannel channel;
+  const Status status =
+      channel.doRequest(SideChannelCommand::GetDeviceID, buffer.data(), length, timeout);
+  return {status, length, buffer.substr(0, static_cast<std::size_t>(std::max(length, 0)))};
+}
+
+// Every test runs in a child, because the side channel is a descriptor of the whole process.
+
+TEST(CupsSideChannel, BringsTheAnswerWithAllItsBytes) {
+  runInChild([] {
+    const std::string bytes("MFG:\0\xFC\xFF;", 8);
+    BackendDouble backend([&](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, bytes); });
+    const Answer answer = request();
+    EXPECT_EQ(answer.status, Status::OK);
+    EXPECT_EQ(answer.bytes, bytes);
+    EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
+  });
+}
+
+TEST(CupsSideChannel, BringsAnEmptyAnswer) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble& self, int) { self.send(kGetDeviceID, kOK); });
+    const Answer answer = request();
+    EXPECT_EQ(answer.status, Status::OK);
+    EXPECT_EQ(answer.length, 0);
+  });
+}
+
+TEST(CupsSideChannel, SaysWhenTheRoomIsTooSmall) {
+  runInChild([] {
+    BackendDouble backend(
+        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, std::string(5000, 'x')); });
+    for (const int room : {2047, 4095}) EXPECT_EQ(request(kLong, room).status, Status::TooBig);
+    const Answer answer = request(kLong, 8191);
+    EXPECT_EQ(answer.status, Status::OK);
+    EXPECT_EQ(answer.length, 5000);
+  });
+}
+
+TEST(CupsSideChannel, PassesEveryStatusOnWithoutALength) {
+  runInChild([] {
+    for (const int status : {0, 2, 3, 4, 6, 7, 99}) {
+      BackendDouble backend(
+          [status](BackendDouble& self, int) { self.send(kGetDeviceID, status, "garbage"); });
+      const Answer answer = request();
+      EXPECT_EQ(static_cast<int>(answer.status), status);
+      EXPECT_EQ(answer.length, 0) << status;
+    }
+  });
+}
+
+TEST(CupsSideChannel, TimesOutWhenTheBackendIsSilent) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble&, int) {});
+    EXPECT_EQ(request(kShort).status, Status::Timeout);
+  });
+}
+
+TEST(CupsSideChannel, TimesOutWithoutABackendAndLives) {
+  runInChild([] {
+    std::signal(SIGPIPE, SIG_DFL);
+    {
+      BackendDouble backend([](BackendDouble& self, int) { self.die(); });
+      EXPECT_EQ(request().status, Status::Timeout);
+      EXPECT_EQ(request().status, Status::Timeout);
+    }
+    EXPECT_EQ(request().status, Status::Timeout);
+    // What the process wanted of the signal is as it was.
+    EXPECT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_DFL);
+  });
+}
+
+TEST(CupsSideChannel, DropsAnswersThatCameBeforeTheQuestion) {
+  runInChild([] {
+    BackendDouble backend(
+        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+    backend.send(kGetState, kOK, "x");
+    backend.send(kGetDeviceID, kOK, "MFG:Old;");
+    backend.sendRaw(std::string("\x04\x01\x7F", 3));
+    const Answer answer = request();
+    EXPECT_EQ(answer.status, Status::OK);
+    EXPECT_EQ(answer.bytes, kDeviceID);
+  });
+}
+
+TEST(CupsSideChannel, ReadsOnPastLateAnswersToOtherCommands) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble& self, int) {
+      self.send(kGetState, kOK, "x");
+      self.send(CUPS_SC_CMD_SNMP_GET, kOK, std::string(3000, 'y'));
+      self.send(kGetDeviceID, kOK, kDeviceID);
+    });
+    const Answer answer = request();
+    EXPECT_EQ(answer.status, Status::OK);
+    EXPECT_EQ(answer.bytes, kDeviceID);
+    EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
+  });
+}
+
+TEST(CupsSideChannel, TakesNoLateAnswerForItsOwn) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble& self, int) { self.send(kGetState, kOK, kDeviceID); });
+    const Answer answer = request(kShort);
+    EXPECT_EQ(answer.status, Status::BadMessage);
+    EXPECT_EQ(answer.length, 0);
+  });
+}
+
+TEST(CupsSideChannel, SurvivesAnswersThatAreNone) {
+  runInChild([] {
+    const std::vector<std::string> messages{
+        "\x04", std::string("\x04\x01\x00", 3), std::string("\x04\x01\xFF\xFF", 4),
+        std::string("\x00\x01\x00\x00", 4), std::string("\xFF\x01\x00\x01x", 5)};
+    for (const std::string& message : messages) {
+      BackendDouble backend([&](BackendDouble& self, int) { self.sendRaw(message); });
+      const Answer answer = request(kShort);
+      EXPECT_NE(answer.status, Status::OK);
+      EXPECT_EQ(answer.length, 0);
+    }
+  });
+}
+
+TEST(CupsSideChannel, FailsWhenTheDescriptorIsNoSideChannel) {
+  runInChild([] {
+    close(CUPS_SC_FD);
+    EXPECT_EQ(request(kShort).status, Status::Timeout);
+  });
+}
+
+// CUPS's side channel on a clock that runs a thousand times as fast.
+class FastSideChannel final : public SideChannel {
+ public:
+  explicit FastSideChannel(std::vector<double>& timeouts) : timeouts_(timeouts) {}
+  SideChannelStatus doRequest(SideChannelCommand command, char* buffer, int& length,
+                              double timeout) override {
+    timeouts_.push_back(timeout);
+    return channel_.doRequest(command, buffer, length, timeout / 1000);
+  }
+
+ private:
+  CupsSideChannel channel_;
+  std::vector<double>& timeouts_;
+};
+
+TEST(CupsSideChannel, GivesADeviceTwentyFortyAndSixtySeconds) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble&, int) {});
+    std::vector<double> timeouts;
+    const auto device = ADMCUPSSideChannelDevice::deviceFromInfo_sideChannel(
+        nullptr, std::make_unique<FastSideChannel>(timeouts));
+    EXPECT_FALSE(device->isReachable());
+    EXPECT_THAT(timeouts, ElementsAre(20.0, 40.0, 60.0));
+    EXPECT_EQ(backend.finish(), std::string(3, kGetDeviceID));
+  });
+}
+
+TEST(CupsSideChannel, GivesADeviceAnAnswerThatComesAfterItsRequestWasGivenUp) {
+  runInChild([] {
+    BackendDouble backend([](BackendDouble& self, int before) {
+      // The first request is answered while the second waits.
+      if (before == 1) self.send(kGetDeviceID, kOK, kDeviceID);
+    });
+    std::vector<double> timeouts;
+    const auto device = ADMCUPSSideChannelDevice::deviceFromInfo_sideChannel(
+        nullptr, std::make_unique<FastSideChannel>(timeouts));
+    const RefPtr<String> identifier = device->newRetrievedDeviceIDWithTimeout(10);
+    EXPECT_EQ(textOf(identifier.get()), kDeviceID);
+  });
+}
+
+TEST(CupsSideChannel, NeedsOneRoundTripForADeviceThatAnswers) {
+  runInChild([] {
+    BackendDouble backend(
+        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+    const RefPtr<IDMDevice> device =
+        ADMCUPSSideChannelDevice::initFromInfo_withHandler(nullptr, {});
+    ASSERT_TRUE(device);
+    EXPECT_TRUE(device->isReachable());
+    const RefPtr<String> identifier = device->newRetrievedDeviceIDWithTimeout(10);
+    EXPECT_EQ(textOf(identifier.get()), kDeviceID);
+    EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
+  });
+}
+
+}  // namespace
+}  // namespace commandfilter
