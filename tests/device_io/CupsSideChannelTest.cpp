@@ -10,14 +10,13 @@
 #include <utility>
 #include <vector>
 
-#include "BackendDouble.h"
 #include "InChild.h"
 #include "device_io/ADMCUPSSideChannelDevice.h"
+#include "support/BackendDouble.h"
 
 namespace commandfilter {
 namespace {
 
-using testing::BackendDouble;
 using ::testing::ElementsAre;
 using testing::runInChild;
 using Status = SideChannelStatus;
@@ -31,13 +30,19 @@ constexpr double kLong = 60;
 
 const std::string kDeviceID = "MFG:Acme;MDL:M1;CMD:PCL,LDL;";
 
-struct Answer {
+// A backend on the side channel of this process.
+class BackendDouble : public testing::BackendDouble {
+ public:
+  explicit BackendDouble(Answer answer) : testing::BackendDouble(std::move(answer)) { install(); }
+};
+
+struct Reply {
   Status status;
   int length;
   std::string bytes;
 };
 
-Answer request(double timeout = kLong, int room = 2047) {
+Reply request(double timeout = kLong, int room = 2047) {
   std::string buffer(static_cast<std::size_t>(room), '\0');
   int length = room;
   CupsSideChannel channel;
@@ -51,8 +56,9 @@ Answer request(double timeout = kLong, int room = 2047) {
 TEST(CupsSideChannel, BringsTheAnswerWithAllItsBytes) {
   runInChild([] {
     const std::string bytes("MFG:\0\xFC\xFF;", 8);
-    BackendDouble backend([&](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, bytes); });
-    const Answer answer = request();
+    BackendDouble backend(
+        [&](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, bytes); });
+    const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
     EXPECT_EQ(answer.bytes, bytes);
     EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
@@ -61,8 +67,8 @@ TEST(CupsSideChannel, BringsTheAnswerWithAllItsBytes) {
 
 TEST(CupsSideChannel, BringsAnEmptyAnswer) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble& self, int) { self.send(kGetDeviceID, kOK); });
-    const Answer answer = request();
+    BackendDouble backend([](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK); });
+    const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
     EXPECT_EQ(answer.length, 0);
   });
@@ -70,10 +76,11 @@ TEST(CupsSideChannel, BringsAnEmptyAnswer) {
 
 TEST(CupsSideChannel, SaysWhenTheRoomIsTooSmall) {
   runInChild([] {
-    BackendDouble backend(
-        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, std::string(5000, 'x')); });
+    BackendDouble backend([](testing::BackendDouble& self, int) {
+      self.send(kGetDeviceID, kOK, std::string(5000, 'x'));
+    });
     for (const int room : {2047, 4095}) EXPECT_EQ(request(kLong, room).status, Status::TooBig);
-    const Answer answer = request(kLong, 8191);
+    const Reply answer = request(kLong, 8191);
     EXPECT_EQ(answer.status, Status::OK);
     EXPECT_EQ(answer.length, 5000);
   });
@@ -82,9 +89,10 @@ TEST(CupsSideChannel, SaysWhenTheRoomIsTooSmall) {
 TEST(CupsSideChannel, PassesEveryStatusOnWithoutALength) {
   runInChild([] {
     for (const int status : {0, 2, 3, 4, 6, 7, 99}) {
-      BackendDouble backend(
-          [status](BackendDouble& self, int) { self.send(kGetDeviceID, status, "garbage"); });
-      const Answer answer = request();
+      BackendDouble backend([status](testing::BackendDouble& self, int) {
+        self.send(kGetDeviceID, status, "garbage");
+      });
+      const Reply answer = request();
       EXPECT_EQ(static_cast<int>(answer.status), status);
       EXPECT_EQ(answer.length, 0) << status;
     }
@@ -93,7 +101,7 @@ TEST(CupsSideChannel, PassesEveryStatusOnWithoutALength) {
 
 TEST(CupsSideChannel, TimesOutWhenTheBackendIsSilent) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble&, int) {});
+    BackendDouble backend([](testing::BackendDouble&, int) {});
     EXPECT_EQ(request(kShort).status, Status::Timeout);
   });
 }
@@ -102,7 +110,7 @@ TEST(CupsSideChannel, TimesOutWithoutABackendAndLives) {
   runInChild([] {
     std::signal(SIGPIPE, SIG_DFL);
     {
-      BackendDouble backend([](BackendDouble& self, int) { self.die(); });
+      BackendDouble backend([](testing::BackendDouble& self, int) { self.die(); });
       EXPECT_EQ(request().status, Status::Timeout);
       EXPECT_EQ(request().status, Status::Timeout);
     }
@@ -115,11 +123,11 @@ TEST(CupsSideChannel, TimesOutWithoutABackendAndLives) {
 TEST(CupsSideChannel, DropsAnswersThatCameBeforeTheQuestion) {
   runInChild([] {
     BackendDouble backend(
-        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
     backend.send(kGetState, kOK, "x");
     backend.send(kGetDeviceID, kOK, "MFG:Old;");
     backend.sendRaw(std::string("\x04\x01\x7F", 3));
-    const Answer answer = request();
+    const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
     EXPECT_EQ(answer.bytes, kDeviceID);
   });
@@ -127,12 +135,12 @@ TEST(CupsSideChannel, DropsAnswersThatCameBeforeTheQuestion) {
 
 TEST(CupsSideChannel, ReadsOnPastLateAnswersToOtherCommands) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble& self, int) {
+    BackendDouble backend([](testing::BackendDouble& self, int) {
       self.send(kGetState, kOK, "x");
       self.send(CUPS_SC_CMD_SNMP_GET, kOK, std::string(3000, 'y'));
       self.send(kGetDeviceID, kOK, kDeviceID);
     });
-    const Answer answer = request();
+    const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
     EXPECT_EQ(answer.bytes, kDeviceID);
     EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
@@ -141,8 +149,9 @@ TEST(CupsSideChannel, ReadsOnPastLateAnswersToOtherCommands) {
 
 TEST(CupsSideChannel, TakesNoLateAnswerForItsOwn) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble& self, int) { self.send(kGetState, kOK, kDeviceID); });
-    const Answer answer = request(kShort);
+    BackendDouble backend(
+        [](testing::BackendDouble& self, int) { self.send(kGetState, kOK, kDeviceID); });
+    const Reply answer = request(kShort);
     EXPECT_EQ(answer.status, Status::BadMessage);
     EXPECT_EQ(answer.length, 0);
   });
@@ -154,8 +163,8 @@ TEST(CupsSideChannel, SurvivesAnswersThatAreNone) {
         "\x04", std::string("\x04\x01\x00", 3), std::string("\x04\x01\xFF\xFF", 4),
         std::string("\x00\x01\x00\x00", 4), std::string("\xFF\x01\x00\x01x", 5)};
     for (const std::string& message : messages) {
-      BackendDouble backend([&](BackendDouble& self, int) { self.sendRaw(message); });
-      const Answer answer = request(kShort);
+      BackendDouble backend([&](testing::BackendDouble& self, int) { self.sendRaw(message); });
+      const Reply answer = request(kShort);
       EXPECT_NE(answer.status, Status::OK);
       EXPECT_EQ(answer.length, 0);
     }
@@ -186,7 +195,7 @@ class FastSideChannel final : public SideChannel {
 
 TEST(CupsSideChannel, GivesADeviceTwentyFortyAndSixtySeconds) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble&, int) {});
+    BackendDouble backend([](testing::BackendDouble&, int) {});
     std::vector<double> timeouts;
     const auto device = ADMCUPSSideChannelDevice::deviceFromInfo_sideChannel(
         nullptr, std::make_unique<FastSideChannel>(timeouts));
@@ -198,7 +207,7 @@ TEST(CupsSideChannel, GivesADeviceTwentyFortyAndSixtySeconds) {
 
 TEST(CupsSideChannel, GivesADeviceAnAnswerThatComesAfterItsRequestWasGivenUp) {
   runInChild([] {
-    BackendDouble backend([](BackendDouble& self, int before) {
+    BackendDouble backend([](testing::BackendDouble& self, int before) {
       // The first request is answered while the second waits.
       if (before == 1) self.send(kGetDeviceID, kOK, kDeviceID);
     });
@@ -213,7 +222,7 @@ TEST(CupsSideChannel, GivesADeviceAnAnswerThatComesAfterItsRequestWasGivenUp) {
 TEST(CupsSideChannel, NeedsOneRoundTripForADeviceThatAnswers) {
   runInChild([] {
     BackendDouble backend(
-        [](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
     const RefPtr<IDMDevice> device =
         ADMCUPSSideChannelDevice::initFromInfo_withHandler(nullptr, {});
     ASSERT_TRUE(device);

@@ -33,6 +33,13 @@ TEST(String, KeepsItsText) {
   EXPECT_TRUE(String::create("")->isEmpty());
 }
 
+TEST(String, TakesWhatADeviceSendsForUTF8OrElseForLatin1) {
+  EXPECT_EQ(String::fromDeviceText("M1")->view(), "M1");
+  EXPECT_EQ(String::fromDeviceText("B\xC3\xBCro")->view(), "B\u00FCro");
+  EXPECT_EQ(String::fromDeviceText("B\xFCro \xC3\xBC")->view(), "B\u00FCro \u00C3\u00BC");
+  EXPECT_EQ(String::fromDeviceText("\x80\xFF\0"sv)->view(), "\u0080\u00FF\0"sv);
+}
+
 TEST(String, ReplacesIllFormedTextWhenItIsCreated) {
   EXPECT_EQ(String::create("a\xFF"
                            "b")

@@ -68,7 +68,7 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
   dup2(output, STDOUT_FILENO);
   dup2(errors, STDERR_FILENO);
   dup2(null, kBackChannel);
-  dup2(null, kSideChannel);
+  dup2(options.sideChannel >= 0 ? options.sideChannel : null, kSideChannel);
   if (null > kSideChannel) close(null);
   for (const int descriptor : options.closed) close(descriptor);
   std::signal(SIGPIPE, SIG_DFL);
@@ -135,6 +135,7 @@ ChildResult runChild(const ChildOptions& options) {
   output.writing = FileDescriptor();
   errors.writing = FileDescriptor();
   fcntl(input.writing.get(), F_SETFL, O_NONBLOCK);
+  if (options.started) options.started(child);
 
   ChildResult result;
   result.timedOut = !exchange(options, input.writing, output.reading, errors.reading, result);

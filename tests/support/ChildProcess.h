@@ -1,7 +1,10 @@
 // Programs that a test runs.
 #pragma once
 
+#include <sys/types.h>
+
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +23,10 @@ struct ChildOptions {
   /// Descriptors from 0 to 4 that are not open when the program starts. Without this, 3 and 4 lead
   /// to /dev/null.
   std::vector<int> closed;
+  /// What the program has as its descriptor 4; -1 for /dev/null.
+  int sideChannel = -1;
+  /// Called once the program has been started, with its process; may be empty.
+  std::function<void(pid_t)> started;
   /// When this has passed, the program and what it started are killed.
   std::chrono::seconds timeLimit{120};
 };

@@ -52,9 +52,12 @@ Outcome FilterApplication::run(const Job& job) const {
     options.environment.push_back(name + '=' + value);
   }
   options.closed = job.closed;
+  options.sideChannel = job.sideChannel;
+  options.started = job.started;
   const ChildResult result = runChild(options);
   Outcome outcome;
   if (result.signal == 0 && !result.timedOut) outcome.status = result.exitStatus;
+  outcome.signal = result.signal;
   outcome.output = result.output;
   outcome.errors = result.errors;
   outcome.peakKilobytes = result.peakKilobytes;

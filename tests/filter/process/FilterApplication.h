@@ -1,7 +1,10 @@
 // The filter program in an application bundle of a test's own.
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,6 +35,10 @@ struct Job {
   };
   /// The descriptors that are closed before the program starts.
   std::vector<int> closed;
+  /// The descriptor of the side channel; -1 for /dev/null.
+  int sideChannel = -1;
+  /// Called once the program runs, with its process; may be empty.
+  std::function<void(pid_t)> started;
   /// The file to start, when it is not the program in its bundle.
   std::optional<std::filesystem::path> program;
 };
@@ -40,6 +47,8 @@ struct Job {
 struct Outcome {
   /// None when the program did not end by itself.
   std::optional<int> status;
+  /// The signal that ended it; 0 for none.
+  int signal = 0;
   std::string output;
   std::string errors;
   long peakKilobytes = 0;

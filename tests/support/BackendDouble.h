@@ -1,6 +1,8 @@
 // A backend that speaks the side channel's protocol.
 #pragma once
 
+#include <sys/socket.h>
+
 #include <functional>
 #include <string>
 #include <thread>
@@ -9,16 +11,23 @@
 
 namespace commandfilter::testing {
 
-/// The other end of the side channel, served by a thread of its own. It keeps messages apart, as a
-/// backend's answers are when they do not come at the same moment.
+/// The other end of a side channel, served by a thread of its own.
 class BackendDouble {
  public:
-  /// Puts the filter's end on the descriptor of the side channel. Each request is passed to
-  /// `answer`, with the number of requests before it.
-  explicit BackendDouble(std::function<void(BackendDouble&, int)> answer);
+  /// Called for each request, with the number of requests before it.
+  using Answer = std::function<void(BackendDouble&, int)>;
+
+  /// A channel that keeps messages apart, as they are when they do not come at the same moment;
+  /// with SOCK_STREAM one as CUPS makes it.
+  explicit BackendDouble(Answer answer, int type = SOCK_SEQPACKET);
   BackendDouble(const BackendDouble&) = delete;
   BackendDouble& operator=(const BackendDouble&) = delete;
   ~BackendDouble();
+
+  /// The descriptor for the filter.
+  [[nodiscard]] int filterEnd() const noexcept { return filterEnd_.get(); }
+  /// Puts it where a filter expects it, in this process.
+  void install();
 
   /// Sends an answer to a request of that command.
   void send(int command, int status, const std::string& bytes = "");
@@ -33,7 +42,9 @@ class BackendDouble {
 
  private:
   FileDescriptor end_;
-  std::function<void(BackendDouble&, int)> answer_;
+  FileDescriptor filterEnd_;
+  FileDescriptor installed_;
+  Answer answer_;
   std::string requests_;
   std::thread thread_;
 };
