@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -339,6 +340,26 @@ TEST_F(RunLoopTest, SaysWhatCannotBeWaitedFor) {
     EXPECT_FALSE(source.reason().empty());
   }
   EXPECT_FALSE(run());
+}
+
+TEST_F(RunLoopTest, SaysWhenThereIsNoDescriptorForAMode) {
+  const Channel channel;
+  // libuv opens what all its loops share with the first one.
+  const RunLoopSource first = timer(0, [] {});
+  const Ref<String> other = String::create("OTHER_MODE");
+  rlimit before{};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit none{0, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+  Result<RunLoopSource> refusedTimer = loop->addTimer(0, *other, [] {});
+  Result<RunLoopSource> refusedSource =
+      loop->addDescriptor(channel.descriptor(), Readiness::Readable, *mode, [] {});
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_FALSE(refusedTimer);
+  EXPECT_FALSE(refusedTimer.reason().empty());
+  EXPECT_FALSE(refusedSource);
+  EXPECT_FALSE(refusedSource.reason().empty());
+  EXPECT_FALSE(loop->runMode_beforeDate(*other, Deadline::max()));
 }
 
 TEST_F(RunLoopTest, ForgetsASourceThatIsRemovedWhileItIsDue) {
