@@ -8,7 +8,7 @@
 #   LIBRARY  a part of libcommandfilter.so; linking the layer links that library
 #   STATIC   a static library of its own, for the layers of the filter program
 #   LINKS    libraries that the layer's sources call; their headers stay out of the layer's own
-#   PRIVATE  headers for the layer's own sources, which include them without the folder's name
+#   PRIVATE  headers that only the layer's own sources reach
 #
 # Targets: LAYER_headers (headers alone), LAYER (headers and code).
 
@@ -37,6 +37,12 @@ function(add_layer folder)
   foreach(header IN LISTS stale)
     if(NOT header IN_LIST headers)
       file(REMOVE ${root}/${folder}/${header})
+    endif()
+  endforeach()
+  foreach(header IN LISTS ARG_PRIVATE)
+    if(NOT IS_SYMLINK ${root}_private/${folder}/${header})
+      file(MAKE_DIRECTORY ${root}_private/${folder})
+      file(CREATE_LINK ${source_folder}/${header} ${root}_private/${folder}/${header} SYMBOLIC)
     endif()
   endforeach()
   file(MAKE_DIRECTORY ${root}/${folder})
@@ -73,6 +79,9 @@ function(add_layer folder)
       add_library(${code} STATIC ${sources})
     endif()
     target_link_libraries(${code} PUBLIC ${layer}_headers PRIVATE ${ARG_LINKS})
+    if(ARG_PRIVATE)
+      target_include_directories(${code} PRIVATE ${root}_private)
+    endif()
     if(COMMANDFILTER_TIDY)
       set_target_properties(${code} PROPERTIES CXX_CLANG_TIDY "${COMMANDFILTER_TIDY_COMMAND}")
     endif()

@@ -7,8 +7,8 @@
 #include <cmath>
 #include <utility>
 
-#include "RunLoopEntry.h"
-#include "RunLoopMode.h"
+#include "runtime/RunLoopEntry.h"
+#include "runtime/RunLoopMode.h"
 
 namespace commandfilter {
 

@@ -1,6 +1,6 @@
-#include "RunLoopEntry.h"
+#include "runtime/RunLoopEntry.h"
 
-#include "RunLoopMode.h"
+#include "runtime/RunLoopMode.h"
 
 namespace commandfilter {
 

@@ -1,10 +1,10 @@
-#include "RunLoopMode.h"
+#include "runtime/RunLoopMode.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 
-#include "RunLoopEntry.h"
+#include "runtime/RunLoopEntry.h"
 
 namespace commandfilter {
 
@@ -29,7 +29,7 @@ std::uint64_t millisecondsOf(double seconds) noexcept {
 Result<std::unique_ptr<RunLoopMode>> RunLoopMode::create() {
   const UVLibrary* library = UVLibrary::shared();
   if (library == nullptr) return Failure{"libuv cannot be loaded"};
-  std::unique_ptr<RunLoopMode> mode(new RunLoopMode(*library));
+  auto mode = std::make_unique<RunLoopMode>(*library);
   const int error = library->loopInit(&mode->loop_);
   if (error != 0) return Failure{library->describe(error)};
   mode->isOpen_ = true;

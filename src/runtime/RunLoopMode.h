@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "UVLibrary.h"
 #include "runtime/Result.h"
 #include "runtime/RunLoop.h"
+#include "runtime/UVLibrary.h"
 
 namespace commandfilter {
 
@@ -22,6 +22,8 @@ class RunLoopMode {
   /// Fails without libuv, and without a free descriptor for its loop.
   [[nodiscard]] static Result<std::unique_ptr<RunLoopMode>> create();
 
+  /// For `create`, which opens it.
+  explicit RunLoopMode(const UVLibrary& library) noexcept : library_(library) {}
   RunLoopMode(const RunLoopMode&) = delete;
   RunLoopMode& operator=(const RunLoopMode&) = delete;
   ~RunLoopMode();
@@ -39,8 +41,6 @@ class RunLoopMode {
   [[nodiscard]] uv_loop_t& loop() noexcept { return loop_; }
 
  private:
-  explicit RunLoopMode(const UVLibrary& library) noexcept : library_(library) {}
-
   void close(uv_handle_t& handle) noexcept;
   void waitUntil(RunLoop::Deadline limit) noexcept;
   bool serveTimers();

@@ -1,4 +1,4 @@
-#include "UVLibrary.h"
+#include "runtime/UVLibrary.h"
 
 #include <optional>
 
