@@ -33,7 +33,10 @@ const std::string kDeviceID = "MFG:Acme;MDL:M1;CMD:PCL,LDL;";
 // A backend on the side channel of this process.
 class BackendDouble : public testing::BackendDouble {
  public:
-  explicit BackendDouble(Answer answer) : testing::BackendDouble(std::move(answer)) { install(); }
+  explicit BackendDouble(Answer answer, int type = SOCK_SEQPACKET)
+      : testing::BackendDouble(std::move(answer), type) {
+    install();
+  }
 };
 
 struct Reply {
@@ -110,7 +113,8 @@ TEST(CupsSideChannel, TimesOutWithoutABackendAndLives) {
   runInChild([] {
     std::signal(SIGPIPE, SIG_DFL);
     {
-      BackendDouble backend([](testing::BackendDouble& self, int) { self.die(); });
+      // Only a stream raises the signal.
+      BackendDouble backend([](testing::BackendDouble& self, int) { self.die(); }, SOCK_STREAM);
       EXPECT_EQ(request().status, Status::Timeout);
       EXPECT_EQ(request().status, Status::Timeout);
     }
