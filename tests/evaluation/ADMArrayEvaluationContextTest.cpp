@@ -67,6 +67,18 @@ TEST(ArrayContext, StartsAgain) {
   EXPECT_TRUE(context->endOfIteration());
 }
 
+TEST(ArrayContext, StartsAgainOverTheListThatItHas) {
+  const Value list = arrayOf({numberOf(1), numberOf(2)});
+  const Ref<ADMArrayEvaluationContext> context = contextOver(list);
+  while (context->iterateNext()) {
+  }
+  context->resetIteration(list);
+  EXPECT_FALSE(context->endOfIteration());
+  EXPECT_EQ(at("_Array(@element, @index)", context), "[1q, 0Q]");
+  EXPECT_TRUE(context->iterateNext());
+  EXPECT_FALSE(context->iterateNext());
+}
+
 TEST(ArrayContext, GetsAListLater) {
   const Ref<ADMArrayEvaluationContext> context = contextOver(Value());
   context->resetIteration(arrayOf({numberOf(5)}));

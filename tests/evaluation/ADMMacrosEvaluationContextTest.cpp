@@ -86,6 +86,79 @@ TEST(MacrosContext, HasItsParentsCurrentElement) {
   EXPECT_EQ(shown(evaluate("{@}.b", context)), R"(["Black", "b"])");
 }
 
+TEST(MacrosContext, ClearsErrorsOfItsOwnOnly) {
+  const Ref<TestContext> parent = TestContext::create();
+  const Ref<ADMMacrosEvaluationContext> context = contextWith("1, 2", parent);
+  context->setRuntimeError("of the body");
+  context->clearErrors();
+  EXPECT_EQ(errorOf(*parent), "2: of the body");
+  context->setLastError(nullptr);
+  EXPECT_EQ(parent->lastError(), nullptr);
+}
+
+// A context that is not built on the base of the others: it has no current element and no procedure
+// but one.
+class ForeignContext final : public Implements<Object, ADMEvaluationContext> {
+ public:
+  static const Class kClass;
+
+  [[nodiscard]] static Ref<ForeignContext> create(RefPtr<Dictionary> configuration = nullptr) {
+    return make<ForeignContext>(std::move(configuration));
+  }
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  [[nodiscard]] const Dictionary* globalConfiguration() const override {
+    return configuration_.get();
+  }
+  [[nodiscard]] Value statusService() const override { return service_; }
+  void resetEvaluations() override {}
+  Value processSelector(const EvaluationName& name) override {
+    return stringOf("name " + std::string(name.text()));
+  }
+  Value executeProcedure_withArguments(const EvaluationName& name,
+                                       const Array* /*arguments*/) override {
+    return stringOf("procedure " + std::string(name.text()));
+  }
+  Value valueForFeaturePathComponents(const Array* components) override {
+    return Value::sharing(components);
+  }
+  [[nodiscard]] ADMEvaluationError* lastError() const override { return error_.get(); }
+  void setLastError(RefPtr<ADMEvaluationError> error) override { error_ = std::move(error); }
+  void setRuntimeErrorWithArguments(std::string_view /*format*/,
+                                    std::span<const FormatArgument> /*arguments*/) override {}
+  void clearErrors() override { error_ = nullptr; }
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> commandfilter::make(Arguments&&... arguments);
+
+  explicit ForeignContext(RefPtr<Dictionary> configuration)
+      : configuration_(std::move(configuration)) {}
+  ~ForeignContext() override = default;
+
+  RefPtr<Dictionary> configuration_;
+  Value service_ = stringOf("service");
+  RefPtr<ADMEvaluationError> error_;
+};
+constexpr auto kForeignProtocols = conformances<ForeignContext, ADMEvaluationContext>();
+constinit const Class ForeignContext::kClass{
+    .name = "ForeignContext", .base = &Object::kClass, .protocols = kForeignProtocols};
+
+TEST(MacrosContext, MayHaveAParentOfAnyKind) {
+  const Ref<ForeignContext> parent = ForeignContext::create(macrosOf({{"Twice", "@arg0 + @arg0"}}));
+  const Ref<ADMMacrosEvaluationContext> context = contextWith("@a, 2", parent);
+  EXPECT_TRUE(context->statusService().isIdenticalTo(parent->statusService()));
+  EXPECT_TRUE(context->defaultServiceSymbolValue().isNil());
+  EXPECT_EQ(shown(evaluate("@arg0", context)), R"("name a")");
+  EXPECT_EQ(shown(evaluate("@nil", context)), R"("name nil")");
+  EXPECT_EQ(shown(evaluate("{a}[@]", context)), R"(["a", "@"])");
+  // The procedures are the macro's, not its parent's.
+  EXPECT_EQ(shown(evaluate("_Array(@arg1)", context)), "[2q]");
+  EXPECT_EQ(shown(evaluate("_Twice(@arg1)", context)), R"("22")");
+  EXPECT_EQ(shown(evaluate("_Nothing()", context)), "nil");
+  EXPECT_EQ(errorOf(*parent), "2: Can not find procedure Nothing");
+}
+
 TEST(Macros, SeeTheirCallersNames) {
   const Ref<TestContext> context = TestContext::create(
       {{"n", numberOf(7)}}, Value(),
