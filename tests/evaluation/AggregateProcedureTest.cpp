@@ -207,6 +207,32 @@ TEST(Aggregations, MayBeNested100Deep) {
   EXPECT_EQ(resultOf(nestedIn("_AggregateIf", ", @n + @n, 1"), context), R"("77")");
 }
 
+TEST(Aggregations, MayLookAtTheirResultAtEveryElement) {
+  // Copies of the result at every element would take minutes.
+  const Ref<TestContext> context = contextWithList(rangeOf(100'000));
+  EXPECT_EQ(resultOf("_GetSize(_Filter(@list, _GetSize(@initial) lt 1000000))", context),
+            "100000Q");
+  EXPECT_EQ(resultOf("_GetSize(_Filter(@list, @initial))", context), "100000Q");
+  EXPECT_EQ(
+      resultOf("_GetSize(_Aggregate(@list, @initial + _GetSize(@initial), _Array()))", context),
+      "100000Q");
+  EXPECT_EQ(resultOf("_GetSize(_AggregateIf(@list, _GetSize(@initial) lt 1000000, "
+                     "@initial + @element, _Array()))",
+                     context),
+            "100000Q");
+  context->names["list"] = rangeOf(20'000);
+  EXPECT_EQ(resultOf("_GetItem(_Sort(@list, 0 bitxor _GetSize(@initial)), 19999)", context),
+            "19999q");
+}
+
+TEST(Aggregations, BuildADictionaryStepByStep) {
+  // Copies of the dictionary at every element would take minutes.
+  const Ref<TestContext> context = contextWithList(rangeOf(100'000));
+  EXPECT_EQ(resultOf("_GetSize(_Aggregate(@list, @initial + (@element, @index), _Dictionary()))",
+                     context),
+            "100000Q");
+}
+
 TEST(Aggregations, WalkOverAMillionElements) {
   constexpr std::int64_t kMillion = 1'000'000;
   const Ref<TestContext> context = contextWithList(rangeOf(kMillion));

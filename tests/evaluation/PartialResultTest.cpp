@@ -28,5 +28,14 @@ TEST(CollectedElements, BeginWithAnArrayThatStaysAsItIs) {
   EXPECT_EQ(shown(kept->elementsSoFar()), "[1q, 2q]");
 }
 
+TEST(CollectedElements, AreNotCopiedToBeShown) {
+  const Ref<CollectedElements> kept = CollectedElements::create();
+  const Ref<String> text = String::create("element");
+  kept->append(text);
+  const auto references = text->referenceCount();
+  const Ref<Array> seen = kept->elementsSoFar();
+  EXPECT_EQ(text->referenceCount(), references);
+}
+
 }  // namespace
 }  // namespace commandfilter::testing

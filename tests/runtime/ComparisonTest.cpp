@@ -67,6 +67,12 @@ TEST(Comparison, EqualsCollectionsElementByElement) {
   EXPECT_FALSE(equal(make(Number::integer(2)), make(Number::integer(3))));
 }
 
+TEST(Comparison, TellsCollectionsOfTheSameSizeApartByTheirHashes) {
+  // Otherwise a dictionary whose keys are collections is walked at every look-up.
+  EXPECT_NE(hashOf(arrayOf({Number::integer(1)})), hashOf(arrayOf({Number::integer(2)})));
+  EXPECT_NE(hashOf(arrayOf({stringOf("a")})), hashOf(arrayOf({stringOf("b")})));
+}
+
 TEST(Comparison, GivesEqualValuesEqualHashes) {
   EXPECT_EQ(hashOf(Value()), hashOf(Value()));
   EXPECT_EQ(hashOf(Value::null()), hashOf(Value::null()));
