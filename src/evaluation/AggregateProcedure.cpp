@@ -65,7 +65,7 @@ class Accumulation {
   }
 
   [[nodiscard]] Value result() {
-    return list_ ? Value(list_->takeElements()) : context_.initialValue();
+    return list_ ? Value(list_->elementsSoFar()) : context_.initialValue();
   }
 
  private:
@@ -102,7 +102,7 @@ Value sort(ADMEvaluationContextBase& context, const Array* items) {
     if (walk->lastError() != nullptr) break;
     sorted->insertNext(std::move(key));
   }
-  return sorted->elementsSoFar();
+  return sorted->takeElements();
 }
 
 /// _Filter(list, condition): the elements for which the condition holds.
@@ -118,11 +118,12 @@ Value filter(ADMEvaluationContextBase& context, const Array* items) {
   walk->setPartialResult(kept);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
     walk->clearErrors();
-    const Value condition = evaluateArgument(items, 1, *walk);
+    // The condition's value is given up before the list grows: it may be the list so far.
+    const bool isKept = holds(evaluateArgument(items, 1, *walk));
     if (walk->lastError() != nullptr) break;
-    if (holds(condition)) kept->append(walk->element());
+    if (isKept) kept->append(walk->element());
   }
-  return kept->takeElements();
+  return kept->elementsSoFar();
 }
 
 /// _AggregateIf(list, condition, step, initial): the accumulator after the steps of the elements
@@ -140,9 +141,9 @@ Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
   Accumulation accumulation(*walk, (*items)[2]);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
     walk->clearErrors();
-    const Value condition = evaluateArgument(items, 1, *walk);
+    const bool isStep = holds(evaluateArgument(items, 1, *walk));
     if (walk->lastError() != nullptr) break;
-    if (holds(condition) && !accumulation.advance()) break;
+    if (isStep && !accumulation.advance()) break;
   }
   return accumulation.result();
 }

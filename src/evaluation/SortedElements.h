@@ -28,7 +28,6 @@ class SortedElements final : public PartialResult {
   /// Adds the next element of the list with its key, which may be nil.
   /// @throws Exception when the key cannot be ordered against the keys so far.
   void insertNext(Value key) {
-    forgetElementsSoFar();
     if (!key.isNil()) {
       // A first key is not compared with anything. All keys are of one kind, so that any of them
       // refuses another kind as every other would.
@@ -40,6 +39,11 @@ class SortedElements final : public PartialResult {
     }
     keys_.push_back(std::move(key));
   }
+  /// The elements so far. Once asked for they are kept in order, so that asking at every element
+  /// costs no more than inserting each at its place.
+  [[nodiscard]] Ref<Array> elementsSoFar() override;
+  /// The elements, of which no more will come.
+  [[nodiscard]] Ref<Array> takeElements();
 
  private:
   template <typename T, typename... Arguments>
@@ -48,7 +52,8 @@ class SortedElements final : public PartialResult {
   explicit SortedElements(Ref<Array> list) noexcept : list_(std::move(list)) {}
   ~SortedElements() override = default;
 
-  [[nodiscard]] std::vector<Value> copyElements() const override;
+  void arrangeAll();
+  void arrangeNext();
   // Raises what the platform raises when it compares the key with those so far.
   void refuse(const Value& key) const;
 
@@ -57,6 +62,11 @@ class SortedElements final : public PartialResult {
   std::vector<Value> keys_;
   /// Any of the keys but nil; nil when there is none.
   Value key_;
+  /// The elements in their order when they were asked for last, how many they are, and their keys
+  /// in order.
+  RefPtr<Array> arranged_;
+  std::size_t arrangedCount_ = 0;
+  std::vector<Value> arrangedKeys_;
 };
 
 }  // namespace commandfilter

@@ -8,6 +8,7 @@
 #include "runtime/Comparison.h"
 #include "runtime/Description.h"
 #include "runtime/Exception.h"
+#include "runtime/SizeLimits.h"
 #include "runtime/StackGuard.h"
 
 namespace commandfilter {
@@ -36,6 +37,19 @@ Ref<Array> Array::create(std::vector<Value> elements) {
   return make<Array>(std::move(elements));
 }
 
+std::size_t Array::hash() const {
+  // A few elements tell most arrays apart; nested collections are left out, however deep they are.
+  constexpr std::size_t kTold = 8;
+  constexpr std::size_t kPrime = 31;
+  std::size_t hash = count();
+  for (std::size_t i = 0; i < std::min(count(), kTold); ++i) {
+    const Value& element = elements_[i];
+    const bool isPlain = element.isNumber() || element.isKind(ObjectKind::String);
+    hash = hash * kPrime + (isPlain ? hashOf(element) : 0);
+  }
+  return hash;
+}
+
 bool Array::isEqual(const Value& other) const {
   if (other.object() == this) return true;
   if (!other.isKind(ObjectKind::Array)) return false;
@@ -46,6 +60,7 @@ bool Array::isEqual(const Value& other) const {
 
 void Array::appendDescription(std::string& text, int level) const {
   StackGuard::check();
+  checkTextSize(text.size());
   text.append("(\n");
   for (std::size_t i = 0; i < elements_.size(); ++i) {
     appendIndentation(text, level + 1);

@@ -25,7 +25,7 @@ class COMMANDFILTER_EXPORT Array final : public Object {
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool isEqual(const Value& other) const override;
-  [[nodiscard]] std::size_t hash() const override { return elements_.size(); }
+  [[nodiscard]] std::size_t hash() const override;
   void appendDescription(std::string& text, int level) const override;
 
   [[nodiscard]] std::size_t count() const noexcept { return elements_.size(); }
@@ -43,6 +43,7 @@ class COMMANDFILTER_EXPORT Array final : public Object {
   /// Says that whoever asks holds the only reference to the array.
   class OnlyReference {
     friend Ref<Array> arrayExtendedBy(Value left, const Value& right);
+    friend Ref<Array> arrayWithElementAt(Ref<Array> array, std::size_t index, Value element);
     OnlyReference() = default;
   };
   /// The elements, to be extended with values that are not nil.

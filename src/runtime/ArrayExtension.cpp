@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "runtime/Cast.h"
+#include "runtime/SizeLimits.h"
 
 namespace commandfilter {
 
@@ -10,6 +11,7 @@ namespace {
 
 void append(std::vector<Value>& elements, const Value& value) {
   if (const auto* array = castTo<Array>(value)) {
+    checkArraySize(elements.size() + array->count());
     elements.insert(elements.end(), array->begin(), array->end());
   } else {
     elements.push_back(value.orNull());
@@ -25,10 +27,26 @@ Ref<Array> arrayExtendedBy(Value left, const Value& right) {
     return Ref<Array>(array);
   }
   const auto* other = castTo<Array>(right);
+  checkArraySize(array.count() + (other != nullptr ? other->count() : 1));
   std::vector<Value> elements;
   elements.reserve(array.count() + (other != nullptr ? other->count() : 1));
   elements.assign(array.begin(), array.end());
   append(elements, right);
+  return Array::create(std::move(elements));
+}
+
+Ref<Array> arrayWithElementAt(Ref<Array> array, std::size_t index, Value element) {
+  const auto place = static_cast<std::ptrdiff_t>(index);
+  if (array->referenceCount() == 1) {
+    std::vector<Value>& elements = array->mutableElements(Array::OnlyReference{});
+    elements.insert(elements.begin() + place, element.orNull());
+    return array;
+  }
+  std::vector<Value> elements;
+  elements.reserve(array->count() + 1);
+  elements.assign(array->begin(), array->begin() + place);
+  elements.push_back(element.orNull());
+  elements.insert(elements.end(), array->begin() + place, array->end());
   return Array::create(std::move(elements));
 }
 

@@ -13,4 +13,8 @@ namespace commandfilter {
 /// that building an array piece by piece costs linear time. `left` must be an array.
 [[nodiscard]] COMMANDFILTER_EXPORT Ref<Array> arrayExtendedBy(Value left, const Value& right);
 
+/// The array with the element put in front of the index, in place when nobody else holds the array.
+[[nodiscard]] COMMANDFILTER_EXPORT Ref<Array> arrayWithElementAt(Ref<Array> array,
+                                                                 std::size_t index, Value element);
+
 }  // namespace commandfilter

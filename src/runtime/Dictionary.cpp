@@ -9,6 +9,7 @@
 #include "runtime/Class.h"
 #include "runtime/Comparison.h"
 #include "runtime/Description.h"
+#include "runtime/SizeLimits.h"
 #include "runtime/StackGuard.h"
 #include "runtime/String.h"
 #include "runtime/TextEquality.h"
@@ -138,6 +139,7 @@ bool Dictionary::isEqual(const Value& other) const {
 
 void Dictionary::appendDescription(std::string& text, int level) const {
   StackGuard::check();
+  checkTextSize(text.size());
   text.append("{\n");
   for (const DictionaryEntry& entry : entries_) {
     appendIndentation(text, level + 1);

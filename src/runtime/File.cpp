@@ -24,8 +24,10 @@ Result<std::string> readToEnd(int descriptor, std::size_t limit) {
   std::size_t used = 0;
   struct stat status {};
   if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
-    // One byte more, so that the read that finds the end needs no growth.
-    bytes.resize(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
+    // One byte more, so that the read that finds the end needs no growth. A file that is too long
+    // shows it with its first bytes: the descriptor may stand near its end.
+    const auto size = static_cast<std::size_t>(status.st_size);
+    bytes.resize(size <= limit ? size + 1 : kFirstRoom);
   }
   while (true) {
     if (used == bytes.size()) bytes.resize(std::max(kFirstRoom, bytes.size() * 2));

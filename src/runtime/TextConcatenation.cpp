@@ -6,6 +6,7 @@
 
 #include "runtime/Cast.h"
 #include "runtime/Description.h"
+#include "runtime/SizeLimits.h"
 
 namespace commandfilter {
 
@@ -20,6 +21,7 @@ std::string partOf(const Value& value) {
 }
 
 Ref<String> join(std::string_view first, std::string_view second) {
+  checkTextSize(first.size() + second.size());
   return make<String>(first, second, kSpare);
 }
 
@@ -36,11 +38,10 @@ Ref<String> concatenateTexts(Value left, const Value& right) {
   auto* first = castTo<String>(left);
   const auto* second = castTo<String>(right);
   if (first != nullptr && first != second && first->referenceCount() == 1) {
-    if (second != nullptr) {
-      first->append(second->view(), String::OnlyReference{});
-    } else {
-      first->append(partOf(right), String::OnlyReference{});
-    }
+    const std::string other = second == nullptr ? partOf(right) : std::string();
+    const std::string_view addition = second != nullptr ? second->view() : other;
+    checkTextSize(first->view().size() + addition.size());
+    first->append(addition, String::OnlyReference{});
     return Ref<String>(*first);
   }
   if (first != nullptr && second != nullptr) return join(first->view(), second->view());
