@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <optional>
 
 #include "expression/ADMEvaluationBinaryOperationBase.h"
@@ -94,6 +96,11 @@ struct FailingExpression {
   std::string_view message;
   std::string_view text;
 };
+
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest looks for this name.
+void PrintTo(const FailingExpression& failing, std::ostream* stream) {
+  *stream << failing.expression;
+}
 
 class ErrorPlaces : public ::testing::TestWithParam<FailingExpression> {};
 
