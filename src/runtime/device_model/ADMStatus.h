@@ -23,7 +23,7 @@ class COMMANDFILTER_EXPORT ADMStatus : public ADMInterface {
   /// The rows of the messages below.
   static const MethodGroup kMethods;
 
-  /// Who was set as the delegate; nil at first.
+  /// Who was set as the delegate; nil for a service that has nothing to tell.
   virtual Value delegate();
   /// Sets the delegate, which is not owned; what it is told is the framework's business.
   virtual void setDelegate(const Value& delegate);
