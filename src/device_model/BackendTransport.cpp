@@ -1,0 +1,84 @@
+#include "device_model/BackendTransport.h"
+
+#include <chrono>
+
+namespace commandfilter {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class Deadline {
+ public:
+  explicit Deadline(double seconds)
+      : end_(Clock::now() +
+             std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds))) {}
+  [[nodiscard]] double secondsLeft() const {
+    return std::chrono::duration<double>(end_ - Clock::now()).count();
+  }
+
+ private:
+  Clock::time_point end_;
+};
+
+}  // namespace
+
+std::optional<std::string> BackendTransport::request(BackendCommand command, std::string_view data,
+                                                     double timeout) {
+  const Deadline deadline(timeout);
+  if (!messages_->send(command, data, timeout)) return std::nullopt;
+  // Answers to requests that were given up come first; each of them was for another command.
+  constexpr int kMostLateAnswers = 64;
+  for (int i = 0; i < kMostLateAnswers; ++i) {
+    const double left = deadline.secondsLeft();
+    if (left <= 0) return std::nullopt;
+    std::optional<BackendMessages::Answer> answer = messages_->receive(left);
+    if (!answer) return std::nullopt;
+    if (answer->command != static_cast<int>(command)) continue;
+    if (answer->status != BackendMessages::kOK) return std::nullopt;
+    return std::move(answer->data);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> BackendTransport::deviceID() {
+  if (!deviceID_) {
+    deviceID_ = request(BackendCommand::GetDeviceID, {}, kDeviceIDSeconds);
+    if (*deviceID_ && (*deviceID_)->empty()) deviceID_->reset();
+  }
+  return *deviceID_;
+}
+
+std::optional<SNMPEntry> BackendTransport::snmpRequest(BackendCommand command,
+                                                       const ObjectID& object) {
+  if (snmpFailed_) return std::nullopt;
+  // The identifier goes with its final NUL.
+  const std::string text = textOfObjectID(object);
+  const std::optional<std::string> data =
+      request(command, std::string_view(text.c_str(), text.size() + 1), kRequestSeconds);
+  std::optional<SNMPEntry> entry = data ? parseSNMPAnswer(*data) : std::nullopt;
+  if (!entry) snmpFailed_ = true;
+  return entry;
+}
+
+std::optional<std::string> BackendTransport::snmpValue(const ObjectID& object) {
+  std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGet, object);
+  // A missing object has an empty value.
+  if (!entry || entry->identifier != object || entry->value.empty()) return std::nullopt;
+  return std::move(entry->value);
+}
+
+std::vector<SNMPEntry> BackendTransport::snmpTable(const ObjectID& root) {
+  const Deadline deadline(kTableSeconds);
+  std::vector<SNMPEntry> entries;
+  while (entries.size() < kMostEntries && deadline.secondsLeft() > 0) {
+    const ObjectID& last = entries.empty() ? root : entries.back().identifier;
+    std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGetNext, last);
+    // An agent at its end, or one that goes in circles, does not go on.
+    if (!entry || !isBelow(entry->identifier, root) || entry->identifier <= last) break;
+    entries.push_back(std::move(*entry));
+  }
+  return entries;
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,141 @@
+#include "device_model/CupsQueueFacts.h"
+
+#include <cups/ppd.h>
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "device_model/CupsFunctions.h"
+#include "runtime/ProcessInfo.h"
+#include "runtime/String.h"
+
+namespace commandfilter {
+
+namespace {
+
+constexpr std::array kRequested{
+    "marker-colors",          "marker-high-levels",    "marker-levels",
+    "marker-low-levels",      "marker-names",          "marker-types",
+    "printer-make-and-model", "printer-state-reasons", "printer-resolution-supported",
+};
+
+struct PPDFunctions {
+  decltype(&ppdOpenFile) open = cupsFunction<decltype(open)>("ppdOpenFile");
+  decltype(&ppdFindAttr) find = cupsFunction<decltype(find)>("ppdFindAttr");
+  decltype(&ppdClose) close = cupsFunction<decltype(close)>("ppdClose");
+
+  [[nodiscard]] bool areComplete() const noexcept {
+    return open != nullptr && find != nullptr && close != nullptr;
+  }
+};
+
+struct IPPFunctions {
+  decltype(&httpAssembleURIf) assemble = cupsFunction<decltype(assemble)>("httpAssembleURIf");
+  decltype(&ippNewRequest) newRequest = cupsFunction<decltype(newRequest)>("ippNewRequest");
+  decltype(&ippAddString) addString = cupsFunction<decltype(addString)>("ippAddString");
+  decltype(&ippAddStrings) addStrings = cupsFunction<decltype(addStrings)>("ippAddStrings");
+  decltype(&cupsDoRequest) doRequest = cupsFunction<decltype(doRequest)>("cupsDoRequest");
+  decltype(&ippDelete) deleteMessage = cupsFunction<decltype(deleteMessage)>("ippDelete");
+  decltype(&ippFindAttribute) find = cupsFunction<decltype(find)>("ippFindAttribute");
+  decltype(&ippGetCount) count = cupsFunction<decltype(count)>("ippGetCount");
+  decltype(&ippGetValueTag) tag = cupsFunction<decltype(tag)>("ippGetValueTag");
+  decltype(&ippGetInteger) integer = cupsFunction<decltype(integer)>("ippGetInteger");
+  decltype(&ippGetString) string = cupsFunction<decltype(string)>("ippGetString");
+  decltype(&ippGetResolution) resolution = cupsFunction<decltype(resolution)>("ippGetResolution");
+
+  [[nodiscard]] bool areComplete() const noexcept {
+    return assemble != nullptr && newRequest != nullptr && addString != nullptr &&
+           addStrings != nullptr && doRequest != nullptr && deleteMessage != nullptr &&
+           find != nullptr && count != nullptr && tag != nullptr && integer != nullptr &&
+           string != nullptr && resolution != nullptr;
+  }
+};
+
+std::string textOfValue(const IPPFunctions& ipp, ipp_attribute_t* attribute, int index) {
+  switch (ipp.tag(attribute)) {
+    case IPP_TAG_INTEGER:
+    case IPP_TAG_ENUM:
+      return std::to_string(ipp.integer(attribute, index));
+    case IPP_TAG_RESOLUTION: {
+      int vertical = 0;
+      ipp_res_t unit = IPP_RES_PER_INCH;
+      const int horizontal = ipp.resolution(attribute, index, &vertical, &unit);
+      std::string text = std::to_string(horizontal);
+      if (vertical != horizontal) text.append("x").append(std::to_string(vertical));
+      return text.append(unit == IPP_RES_PER_INCH ? "dpi" : "dpcm");
+    }
+    default: {
+      const char* text = ipp.string(attribute, index, nullptr);
+      return text != nullptr ? String::fromDeviceText(text)->text() : std::string();
+    }
+  }
+}
+
+QueueAttributes requestAttributes(const IPPFunctions& ipp, const std::string& queue) {
+  QueueAttributes attributes;
+  std::array<char, HTTP_MAX_URI> uri{};
+  if (ipp.assemble(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr,
+                   "localhost", 0, "/printers/%s", queue.c_str()) != HTTP_URI_STATUS_OK) {
+    return attributes;
+  }
+  ipp_t* request = ipp.newRequest(IPP_OP_GET_PRINTER_ATTRIBUTES);
+  ipp.addString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri.data());
+  ipp.addStrings(request, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                 static_cast<int>(kRequested.size()), nullptr, kRequested.data());
+  // The call takes the request over.
+  const std::unique_ptr<ipp_t, decltype(ipp.deleteMessage)> answer(
+      ipp.doRequest(CUPS_HTTP_DEFAULT, request, "/"), ipp.deleteMessage);
+  if (!answer) return attributes;
+  for (const char* name : kRequested) {
+    ipp_attribute_t* found = ipp.find(answer.get(), name, IPP_TAG_ZERO);
+    if (found == nullptr) continue;
+    std::vector<std::string>& values = attributes[name];
+    for (int i = 0; i < ipp.count(found); ++i) values.push_back(textOfValue(ipp, found, i));
+  }
+  return attributes;
+}
+
+}  // namespace
+
+std::string CupsQueueFacts::ppdAttribute(const char* name) {
+  const std::optional<std::string> path = ProcessInfo::environmentValue("PPD");
+  if (!path) return {};
+  static const PPDFunctions ppd;
+  if (!ppd.areComplete()) return {};
+  const std::unique_ptr<ppd_file_t, decltype(ppd.close)> file(ppd.open(path->c_str()), ppd.close);
+  if (!file) return {};
+  const ppd_attr_t* found = ppd.find(file.get(), name, nullptr);
+  if (found == nullptr || found->value == nullptr) return {};
+  return String::fromDeviceText(found->value)->text();
+}
+
+const QueueAttributes& CupsQueueFacts::attributes() {
+  if (attributes_) return *attributes_;
+  attributes_.emplace();
+  const std::optional<std::string> queue = ProcessInfo::environmentValue("PRINTER");
+  if (!queue) return *attributes_;
+  static const IPPFunctions ipp;
+  if (ipp.areComplete()) attributes_ = requestAttributes(ipp, *queue);
+  return *attributes_;
+}
+
+URIParts CupsQueueFacts::partsOfURI(const std::string& uri) {
+  static const auto separate = cupsFunction<decltype(&httpSeparateURI)>("httpSeparateURI");
+  if (separate == nullptr) return {};
+  std::array<char, 32> scheme{};
+  std::array<char, 256> user{};
+  std::array<char, HTTP_MAX_URI> host{};
+  std::array<char, HTTP_MAX_URI> resource{};
+  int port = 0;
+  const auto sizeOf = [](const auto& buffer) { return static_cast<int>(buffer.size()); };
+  if (separate(HTTP_URI_CODING_ALL, uri.c_str(), scheme.data(), sizeOf(scheme), user.data(),
+               sizeOf(user), host.data(), sizeOf(host), &port, resource.data(),
+               sizeOf(resource)) < HTTP_URI_STATUS_OK) {
+    return {};
+  }
+  const auto text = [](const char* part) { return String::fromDeviceText(part)->text(); };
+  return {text(scheme.data()), text(host.data()), port, text(resource.data())};
+}
+
+}  // namespace commandfilter

@@ -1,0 +1,22 @@
+// The queue's facts by libcups.
+#pragma once
+
+#include <optional>
+
+#include "device_model/QueueFacts.h"
+
+namespace commandfilter {
+
+/// The queue that the scheduler names in the environment: its PPD file under "PPD", its name under
+/// "PRINTER". libcups is loaded by the first question that needs it.
+class CupsQueueFacts final : public QueueFacts {
+ public:
+  [[nodiscard]] std::string ppdAttribute(const char* name) override;
+  [[nodiscard]] const QueueAttributes& attributes() override;
+  [[nodiscard]] URIParts partsOfURI(const std::string& uri) override;
+
+ private:
+  std::optional<QueueAttributes> attributes_;
+};
+
+}  // namespace commandfilter

@@ -1,0 +1,132 @@
+#include "device_model/SimulatedStatusService.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "runtime/Cast.h"
+#include "runtime/Description.h"
+
+namespace commandfilter {
+
+namespace {
+
+// The result and the arguments of a described message are objects.
+constexpr auto kObjects = [] {
+  std::array<char, SimulatedStatusService::kMostArguments + 1> codes{};
+  codes.fill('@');
+  return codes;
+}();
+// The receiver and the selector come before a message's own arguments.
+constexpr std::size_t kHidden = 2;
+
+struct FeatureMessage {
+  std::string_view selector;
+  std::string_view types;
+  Value (*answer)(const FeatureTable& features, const Invocation& invocation);
+};
+
+const Value& argument(const Invocation& invocation, std::size_t index) {
+  return invocation.argumentAtIndex(index + kHidden);
+}
+
+constexpr std::array<FeatureMessage, 8> kFeatureMessages{{
+    {"supportedFeatures", "@",
+     [](const FeatureTable& features, const Invocation& /*call*/) {
+       return features.supportedFeatures();
+     }},
+    {"isSupportedFeature:", "c@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return Value::boolean(features.isSupportedFeature(argument(call, 0)));
+     }},
+    {"supportedPropertiesForFeature:", "@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return features.supportedPropertiesForFeature(argument(call, 0));
+     }},
+    {"isSupportedProperty:forFeature:", "c@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return Value::boolean(
+           features.isSupportedProperty_forFeature(argument(call, 0), argument(call, 1)));
+     }},
+    {"identifiersForFeature:", "@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return features.identifiersForFeature(argument(call, 0));
+     }},
+    {"valueForFeature:", "@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return features.valueForFeature(argument(call, 0));
+     }},
+    {"valueForFeature:property:", "@@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return features.valueForFeature_property(argument(call, 0), argument(call, 1));
+     }},
+    {"valueForFeature:property:identifier:", "@@@@",
+     [](const FeatureTable& features, const Invocation& call) {
+       return features.valueForFeature_property_identifier(argument(call, 0), argument(call, 1),
+                                                           argument(call, 2));
+     }},
+}};
+
+const FeatureMessage* featureMessage(std::string_view selector) {
+  const auto* const found =
+      std::ranges::find(kFeatureMessages, selector, &FeatureMessage::selector);
+  return found != kFeatureMessages.end() ? found : nullptr;
+}
+
+}  // namespace
+
+constinit const Class SimulatedStatusService::kClass{.name = "VemoSimulatedStatusService",
+                                                     .base = &Object::kClass};
+
+Ref<SimulatedStatusService> SimulatedStatusService::create(const Dictionary& description,
+                                                           const Protocol* protocol) {
+  const Value& messages = description.objectForKey("Messages");
+  std::optional<FeatureTable> features;
+  if (auto* described = castTo<Dictionary>(description.objectForKey("Features"))) {
+    features.emplace(Ref<Dictionary>(*described));
+  }
+  return make<SimulatedStatusService>(RefPtr<Dictionary>(castTo<Dictionary>(messages)),
+                                      std::move(features), protocol);
+}
+
+bool SimulatedStatusService::respondsToSelector(const Selector& selector) const {
+  return static_cast<bool>(methodSignatureForSelector(selector));
+}
+
+bool SimulatedStatusService::conformsToProtocol(const Protocol& protocol) const {
+  return (protocol_ != nullptr && includesProtocol(*protocol_, protocol)) ||
+         Object::conformsToProtocol(protocol);
+}
+
+MethodSignature SimulatedStatusService::methodSignatureForSelector(const Selector& selector) const {
+  if (const MethodSignature own = Object::methodSignatureForSelector(selector)) return own;
+  if (messages_ && !messages_->objectForKey(selector.name()).isNil()) {
+    return MethodSignature(std::string_view(kObjects.data(), selector.argumentCount() + 1));
+  }
+  const FeatureMessage* feature = features_ ? featureMessage(selector.name()) : nullptr;
+  return feature != nullptr ? MethodSignature(feature->types) : MethodSignature();
+}
+
+void SimulatedStatusService::forwardInvocation(Invocation& invocation) {
+  const std::string& name = invocation.selector().name();
+  const Value& described = messages_ ? messages_->objectForKey(name) : Value();
+  if (!described.isNil()) {
+    if (invocation.selector().argumentCount() != 1) {
+      invocation.setReturnValue(described);
+      return;
+    }
+    const std::string text = descriptionOf(argument(invocation, 0));
+    const auto* answers = castTo<Dictionary>(described);
+    invocation.setReturnValue(answers != nullptr ? answers->objectForKey(text) : Value());
+    return;
+  }
+  const FeatureMessage* feature = features_ ? featureMessage(name) : nullptr;
+  if (feature == nullptr) {
+    Object::forwardInvocation(invocation);
+    return;
+  }
+  invocation.setReturnValue(feature->answer(*features_, invocation));
+}
+
+}  // namespace commandfilter
