@@ -5,6 +5,7 @@
 #include "filter/ACommandFilterContext.h"
 #include "filter/ACommandFilterFile.h"
 #include "filter/ACommandFilterPlugInManager.h"
+#include "filter/DeviceModelModule.h"
 #include "filter/environment/ACommandFilterEnvironment.h"
 #include "filter/protocols/ICommandFilterExecutor.h"
 #include "runtime/Array.h"
@@ -41,6 +42,12 @@ void reportFailure(ACommandFilterContext& context, const char* what, const char*
   }
 }
 
+// Before the first command: plug-ins look the framework's classes up as services do.
+void loadFramework(ACommandFilterContext& context) {
+  const std::string failure = loadDeviceModel(*Bundle::mainBundle());
+  if (!failure.empty()) reportFailure(context, "The device model", failure.c_str());
+}
+
 // Runs one step of the job; what plug-in code throws ends that step and nothing else.
 template <typename Step>
 void guarded(ACommandFilterContext& context, const char* what, Step&& step) {
@@ -60,6 +67,7 @@ int ACommandFilterMain() {
   const Ref<ACommandFilterFile> file = ACommandFilterFile::commandFile();
   const Ref<ACommandFilterContext> context = ACommandFilterContext::context();
   const Ref<ACommandFilterPlugInManager> manager = ACommandFilterPlugInManager::plugInManager();
+  loadFramework(*context);
   if (const RefPtr<Array> commands = file->commands()) {
     for (const Value& command : *commands) {
       const String& line = *castTo<String>(command);
