@@ -1,0 +1,150 @@
+#include "device_model/BackendTransport.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Doubles.h"
+
+namespace commandfilter {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using testing::ScriptedDevice;
+
+const ObjectID kObject{1, 3, 6, 1};
+
+TEST(BackendTransport, AsksForTheDeviceIDOnce) {
+  ScriptedDevice device;
+  device.backend.deviceID = "MFG:A;";
+  EXPECT_EQ(device.transport.deviceID(), "MFG:A;");
+  EXPECT_EQ(device.transport.deviceID(), "MFG:A;");
+  EXPECT_THAT(device.backend.requests, ElementsAre("4"));
+  EXPECT_THAT(device.backend.timeouts, ElementsAre(20.0));
+}
+
+TEST(BackendTransport, AsksOnceForADeviceIDThatThereIsNot) {
+  for (const bool silent : {true, false}) {
+    ScriptedDevice device;
+    device.backend.silent = silent;
+    EXPECT_EQ(device.transport.deviceID(), std::nullopt);
+    EXPECT_EQ(device.transport.deviceID(), std::nullopt);
+    EXPECT_THAT(device.backend.requests, ElementsAre("4"));
+  }
+}
+
+TEST(BackendTransport, TakesNoEmptyDeviceID) {
+  ScriptedDevice device;
+  device.backend.deviceID = "";
+  EXPECT_EQ(device.transport.deviceID(), std::nullopt);
+}
+
+TEST(BackendTransport, TakesNoLateAnswerForAnother) {
+  ScriptedDevice device;
+  device.backend.deviceID = "MFG:A;";
+  device.backend.late = {{6, BackendMessages::kOK, "MFG:Wrong;"}, {7, BackendMessages::kOK, "x"}};
+  EXPECT_EQ(device.transport.deviceID(), "MFG:A;");
+}
+
+TEST(BackendTransport, DoesNotReadLateAnswersWithoutEnd) {
+  ScriptedDevice device;
+  device.backend.deviceID = "MFG:A;";
+  for (int i = 0; i < 1000; ++i) device.backend.late.push_back({6, BackendMessages::kOK, "late"});
+  EXPECT_EQ(device.transport.deviceID(), std::nullopt);
+}
+
+TEST(BackendTransport, ReadsAnObject) {
+  ScriptedDevice device;
+  device.backend.objects = testing::BackendScript::Objects{{".1.3.6.1", std::string("\x08\0", 2)}};
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::string("\x08\0", 2));
+  EXPECT_THAT(device.backend.requests, ElementsAre("6 .1.3.6.1"));
+}
+
+TEST(BackendTransport, KnowsThatAnObjectIsMissing) {
+  ScriptedDevice device;
+  device.backend.objects.emplace();
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  // The agent answered, so others are asked for.
+  EXPECT_EQ(device.transport.snmpValue({1, 3, 6, 2}), std::nullopt);
+  EXPECT_EQ(device.backend.requests.size(), 2U);
+}
+
+TEST(BackendTransport, TakesTheAnswerForTheObjectOnly) {
+  ScriptedDevice device;
+  device.backend.objects.emplace();
+  device.backend.late = {{6, BackendMessages::kOK, std::string(".1.3.9\0late", 11)}};
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+}
+
+TEST(BackendTransport, AsksNoFurtherWithoutAnAgent) {
+  for (const bool silent : {true, false}) {
+    ScriptedDevice device;
+    device.backend.silent = silent;
+    EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+    EXPECT_THAT(device.transport.snmpTable(kObject), IsEmpty());
+    EXPECT_EQ(device.backend.requests.size(), 1U);
+  }
+}
+
+TEST(BackendTransport, StillAsksForTheDeviceIDWithoutAnAgent) {
+  ScriptedDevice device;
+  device.backend.deviceID = "MFG:A;";
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.transport.deviceID(), "MFG:A;");
+}
+
+TEST(BackendTransport, WalksATable) {
+  ScriptedDevice device;
+  device.backend.objects = testing::BackendScript::Objects{{".1.3.6.1.10", "c"},
+                                                           {".1.3.6.1.2", "b"},
+                                                           {".1.3.6.1.1", "a"},
+                                                           {".1.3.6.2", "no part of it"}};
+  const std::vector<SNMPEntry> entries = device.transport.snmpTable(kObject);
+  ASSERT_EQ(entries.size(), 3U);
+  EXPECT_EQ(entries[0].value, "a");
+  EXPECT_EQ(entries[1].value, "b");
+  EXPECT_EQ(entries[2].value, "c");
+  EXPECT_EQ(device.backend.requests.size(), 4U);
+}
+
+TEST(BackendTransport, EndsAtTheEndOfTheAgentsObjects) {
+  ScriptedDevice device;
+  device.backend.objects = testing::BackendScript::Objects{{".1.3.6.1.1", "a"}};
+  EXPECT_EQ(device.transport.snmpTable(kObject).size(), 1U);
+}
+
+TEST(BackendTransport, DoesNotGoInCircles) {
+  ScriptedDevice device;
+  for (int i = 0; i < 3; ++i) {
+    device.backend.late.push_back({7, BackendMessages::kOK, std::string(".1.3.6.1.5\0x", 12)});
+  }
+  EXPECT_EQ(device.transport.snmpTable(kObject).size(), 1U);
+}
+
+TEST(BackendTransport, EndsATableThatDoesNot) {
+  ScriptedDevice device;
+  device.backend.objects.emplace();
+  for (std::size_t i = 0; i < BackendTransport::kMostEntries + 10; ++i) {
+    device.backend.late.push_back(
+        {7, BackendMessages::kOK, textOfObjectID({1, 3, 6, 1, static_cast<std::uint32_t>(i)})});
+  }
+  EXPECT_EQ(device.transport.snmpTable(kObject).size(), BackendTransport::kMostEntries);
+}
+
+TEST(BackendTransport, TakesRubbishForNoAgent) {
+  ScriptedDevice device;
+  device.backend.late = {{6, BackendMessages::kOK, "rubbish"}};
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.backend.requests.size(), 1U);
+}
+
+TEST(BackendTransport, HasNothingWithoutABackend) {
+  ScriptedDevice device;
+  device.backend.present = false;
+  EXPECT_EQ(device.transport.deviceID(), std::nullopt);
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+}
+
+}  // namespace
+}  // namespace commandfilter

@@ -1,0 +1,66 @@
+#include "device_model/CupsQueueFacts.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "support/File.h"
+#include "support/TemporaryFolder.h"
+
+namespace commandfilter {
+namespace {
+
+// The variables that the scheduler sets, for as long as the test runs.
+class CupsQueue : public ::testing::Test {
+ protected:
+  ~CupsQueue() override {
+    unsetenv("PPD");
+    unsetenv("PRINTER");
+    unsetenv("CUPS_SERVER");
+  }
+  void usePPD(const std::string& lines) {
+    const std::string path = folder_.path() / "queue.ppd";
+    testing::writeFile(path, "*PPD-Adobe: \"4.3\"\n" + lines);
+    setenv("PPD", path.c_str(), 1);
+  }
+
+  testing::TemporaryFolder folder_;
+  CupsQueueFacts facts_;
+};
+
+TEST_F(CupsQueue, HasTheAttributesOfItsPPD) {
+  usePPD("*1284DeviceID: \"MFG:Acme;CMD:LDL;\"\n*ModelName: \"M 1\"\n*Empty: \"\"\n");
+  EXPECT_EQ(facts_.ppdAttribute("1284DeviceID"), "MFG:Acme;CMD:LDL;");
+  EXPECT_EQ(facts_.ppdAttribute("ModelName"), "M 1");
+  EXPECT_EQ(facts_.ppdAttribute("Manufacturer"), "");
+}
+
+TEST_F(CupsQueue, HasNoAttributesWithoutAPPD) {
+  EXPECT_EQ(facts_.ppdAttribute("ModelName"), "");
+  setenv("PPD", (folder_.path() / "missing.ppd").c_str(), 1);
+  EXPECT_EQ(facts_.ppdAttribute("ModelName"), "");
+  testing::writeFile(folder_.path() / "missing.ppd", "rubbish");
+  EXPECT_EQ(facts_.ppdAttribute("ModelName"), "");
+}
+
+TEST_F(CupsQueue, HasNoAttributesWithoutAScheduler) {
+  EXPECT_TRUE(facts_.attributes().empty());
+  CupsQueueFacts other;
+  setenv("PRINTER", "queue", 1);
+  setenv("CUPS_SERVER", (folder_.path() / "socket").c_str(), 1);
+  EXPECT_TRUE(other.attributes().empty());
+}
+
+TEST_F(CupsQueue, TakesURIsApart) {
+  const URIParts parts = facts_.partsOfURI("socket://printer.example:9101/a%20b?serial=1%202");
+  EXPECT_EQ(parts.scheme, "socket");
+  EXPECT_EQ(parts.host, "printer.example");
+  EXPECT_EQ(parts.port, 9101);
+  EXPECT_EQ(parts.resource, "/a b?serial=1 2");
+  EXPECT_EQ(facts_.partsOfURI("").scheme, "");
+  EXPECT_EQ(facts_.partsOfURI(std::string(100'000, 'a')).host, "");
+}
+
+}  // namespace
+}  // namespace commandfilter

@@ -1,0 +1,163 @@
+#include "device_model/LiveDeviceStatus.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "Doubles.h"
+#include "TestValues.h"
+#include "runtime/Comparison.h"
+#include "runtime/Description.h"
+#include "runtime/Send.h"
+
+namespace commandfilter {
+namespace {
+
+using testing::arrayOf;
+using testing::ask;
+using ::testing::IsEmpty;
+using testing::ScriptedDevice;
+using testing::stringOf;
+
+class LiveDevice : public ::testing::Test {
+ protected:
+  Value status() { return device_.resolved()->statusService(ADMDeviceStatus::kProtocol); }
+  // The answer of a new service, as text.
+  std::string answer(const char* selector) { return descriptionOf(ask(status(), selector)); }
+  void useAgent() {
+    device_.backend.objects = testing::BackendScript::Objects{
+        {".1.3.6.1.2.1.25.3.2.1.5.1", "2"},
+        {".1.3.6.1.2.1.25.3.5.1.1.1", "3"},
+        {".1.3.6.1.2.1.25.3.5.1.2.1", std::string("\x24\0", 2)},
+        {".1.3.6.1.2.1.43.5.1.1.17.1", "AGENT-1"},
+        {".1.3.6.1.2.1.43.10.2.1.4.1.1", "1234"},
+        {".1.3.6.1.2.1.43.16.5.1.2.1.1", "Ready"},
+        {".1.3.6.1.2.1.43.16.5.1.2.1.2", "Tray 1"},
+    };
+  }
+
+  ScriptedDevice device_;
+};
+
+TEST_F(LiveDevice, TellsWhatTheAgentKnows) {
+  useAgent();
+  EXPECT_EQ(answer("deviceState"), "idle");
+  EXPECT_TRUE(equal(ask(status(), "deviceSubstate"),
+                    arrayOf({stringOf("media-jam"), stringOf("marker-supply-low")})));
+  EXPECT_EQ(answer("deviceSerialNumber"), "AGENT-1");
+  EXPECT_TRUE(
+      equal(ask(status(), "deviceUIState"), arrayOf({stringOf("Ready"), stringOf("Tray 1")})));
+}
+
+TEST_F(LiveDevice, TellsWhatTheDeviceIDKnows) {
+  useAgent();
+  device_.backend.deviceID = "MFG:Acme;MDL:M1;SN:ID-1;DES:Acme M1;FWVER:2.0;";
+  EXPECT_EQ(answer("deviceSerialNumber"), "ID-1");
+  EXPECT_EQ(answer("humanReadableModelName"), "Acme M1");
+  EXPECT_EQ(answer("firmwareVersion"), "2.0");
+}
+
+TEST_F(LiveDevice, TellsWhatTheQueueKnowsWhenTheAgentDoesNot) {
+  device_.queue.ipp = {{"printer-state-reasons", {"none"}},
+                       {"printer-make-and-model", {"Acme M1 PS"}},
+                       {"printer-resolution-supported", {"600dpi", "1200x600dpi"}}};
+  device_.queue.parts.resource = "/?serial=URI-1";
+  EXPECT_EQ(answer("deviceState"), "(null)");
+  EXPECT_TRUE(equal(ask(status(), "deviceSubstate"), arrayOf({})));
+  device_.queue.ipp["printer-state-reasons"] = {"door-open-report", "media-low-warning"};
+  EXPECT_TRUE(equal(ask(status(), "deviceSubstate"),
+                    arrayOf({stringOf("door-open-report"), stringOf("media-low-warning")})));
+  EXPECT_EQ(answer("deviceSerialNumber"), "URI-1");
+  EXPECT_EQ(answer("humanReadableModelName"), "Acme M1 PS");
+  EXPECT_TRUE(equal(ask(status(), "supportedResolutions"),
+                    arrayOf({stringOf("600dpi"), stringOf("1200x600dpi")})));
+}
+
+TEST_F(LiveDevice, HasNilForWhatNobodyKnows) {
+  for (const char* selector : {"deviceState",
+                               "batteryLevel",
+                               "batteryCondition",
+                               "batteryLevelTrigger",
+                               "deviceSerialNumber",
+                               "firmwareVersion",
+                               "deviceSubstate",
+                               "isDuplexerInstalled",
+                               "supportedResolutions",
+                               "reserveModeState",
+                               "humanReadableModelName",
+                               "productNumber",
+                               "regionCode",
+                               "printheadAlignmentState",
+                               "bbcMediaState",
+                               "photoTrayState",
+                               "diaperState",
+                               "loidSensorState",
+                               "cameraState",
+                               "photoCardState",
+                               "photoProofSheetState",
+                               "scannerState",
+                               "faxState",
+                               "deviceUIState"}) {
+    EXPECT_EQ(answer(selector), "(null)") << selector;
+  }
+}
+
+TEST_F(LiveDevice, IsAskedOnceForEachFact) {
+  useAgent();
+  const Value service = status();
+  EXPECT_THAT(device_.backend.requests, IsEmpty());
+  for (int i = 0; i < 2; ++i) {
+    for (const char* selector : {"deviceState", "deviceSubstate", "deviceSerialNumber",
+                                 "deviceUIState", "supportedFeatures"}) {
+      ask(service, selector);
+    }
+  }
+  std::vector<std::string> requests = device_.backend.requests;
+  std::ranges::sort(requests);
+  EXPECT_EQ(std::ranges::adjacent_find(requests), requests.end());
+}
+
+TEST_F(LiveDevice, DescribesItselfByFeatures) {
+  useAgent();
+  device_.backend.deviceID = "MFG:Acme;MDL:M1;";
+  const Value service = status();
+  EXPECT_TRUE(equal(ask(service, "supportedFeatures"),
+                    arrayOf({stringOf("state"), stringOf("model"), stringOf("pageCount")})));
+  EXPECT_TRUE(equal(ask(service, "valueForFeature:", {stringOf("state")}), stringOf("idle")));
+  EXPECT_TRUE(
+      equal(ask(service, "valueForFeature:", {stringOf("pageCount")}), Number::integer(1234)));
+  const auto property = [&service](const char* name) {
+    return descriptionOf(
+        ask(service, "valueForFeature:property:", {stringOf("model"), stringOf(name)}));
+  };
+  EXPECT_EQ(property("vendor"), "Acme");
+  EXPECT_EQ(property("name"), "M1");
+  EXPECT_EQ(property("serialNumber"), "AGENT-1");
+  EXPECT_EQ(property("deviceID"), "MFG:Acme;MDL:M1;");
+  EXPECT_EQ(property("firmwareVersion"), "(null)");
+  EXPECT_TRUE(equal(ask(service, "isSupportedProperty:forFeature:",
+                        {stringOf("firmwareVersion"), stringOf("model")}),
+                    Value::boolean(true)));
+  EXPECT_TRUE(equal(ask(service, "isSupportedFeature:", {stringOf("ink")}), Value::boolean(false)));
+  EXPECT_TRUE(equal(ask(service, "supportedPropertiesForFeature:", {stringOf("state")}),
+                    arrayOf({stringOf("reasons")})));
+  EXPECT_TRUE(ask(service, "identifiersForFeature:", {stringOf("state")}).isNil());
+}
+
+TEST_F(LiveDevice, HasWhatEveryServiceHas) {
+  const Ref<LiveServiceInfo> info = device_.resolved();
+  const Value service = info->statusService(ADMDeviceStatus::kProtocol);
+  EXPECT_EQ(ask(service, "serviceInfo").object(), static_cast<Object*>(info.get()));
+  EXPECT_TRUE(ask(service, "parameters").isNil());
+  ask(service, "setParameters:", {stringOf("p")});
+  EXPECT_TRUE(equal(ask(service, "parameters"), stringOf("p")));
+  EXPECT_TRUE(equal(ask(service, "isAvailable"), Value::boolean(false)));
+  ask(service, "addObserver:selector:feature:", {stringOf("o"), stringOf("s"), stringOf("f")});
+  ask(service, "removeObserver:", {stringOf("o")});
+  ask(service, "scheduleInRunLoop:forMode:", {RunLoop::currentRunLoop(), stringOf("m")});
+}
+
+}  // namespace
+}  // namespace commandfilter

@@ -1,0 +1,101 @@
+// The program with the device-model framework in its bundle.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "process/FilterApplication.h"
+#include "support/File.h"
+
+namespace commandfilter {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::FilterApplication;
+using ::testing::HasSubstr;
+using testing::Job;
+using testing::Outcome;
+
+const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
+
+class DeviceModel : public ::testing::Test {
+ protected:
+  [[nodiscard]] fs::path framework() const {
+    return application_.contents() / "Frameworks" / "VemoDeviceModel.bundle";
+  }
+  void addFramework() {
+    fs::create_directories(framework());
+    fs::remove(framework());
+    fs::create_directory_symlink(DEVICE_MODEL_BUNDLE, framework());
+  }
+  // Runs a job for the device of the description, without commands.
+  Outcome run(const std::string& entries) {
+    const fs::path path = application_.root() / "device.plist";
+    testing::writeFile(path, "<plist><dict>" + entries + "</dict></plist>");
+    Job job("#CUPS-COMMAND\n");
+    job.environment["DEVICE_URI"] = "simulated://" + path.string();
+    return application_.run(job);
+  }
+
+  FilterApplication application_;
+};
+
+TEST_F(DeviceModel, FindsOutWhatTheDeviceSpeaks) {
+  addFramework();
+  const Outcome packet = run("<key>DeviceID</key><string>MFG:A;CMD:PCL, LDL</string>");
+  EXPECT_EQ(packet.status, 0);
+  EXPECT_EQ(packet.output, kPacket);
+  EXPECT_EQ(packet.errors, "");
+  EXPECT_EQ(run("<key>DeviceID</key><string>MFG:A;CMD:PCL;</string>").output,
+            std::string(1024, '\0'));
+}
+
+TEST_F(DeviceModel, WaitsForTheDevice) {
+  addFramework();
+  EXPECT_EQ(run("<key>DeviceID</key><string>CMD:LDL</string><key>Resolution</key><dict>"
+                "<key>Delay</key><real>0.01</real></dict>")
+                .output,
+            kPacket);
+}
+
+TEST_F(DeviceModel, GivesNothingForADeviceThatCannotBeUsed) {
+  addFramework();
+  for (const char* entries :
+       {"", "<key>DeviceID</key><integer>1</integer>",
+        "<key>DeviceID</key><string>CMD:LDL;</string><key>ServiceState</key><integer>2</integer>",
+        "<key>DeviceID</key><string>CMD:LDL;</string><key>Resolution</key><dict><key>Outcome</key>"
+        "<string>fail</string></dict>"}) {
+    const Outcome outcome = run(entries);
+    EXPECT_EQ(outcome.status, 0) << entries;
+    EXPECT_EQ(outcome.output, "") << entries;
+    EXPECT_EQ(outcome.errors, "") << entries;
+  }
+}
+
+TEST_F(DeviceModel, MayBeMissing) {
+  const Outcome outcome = run("<key>DeviceID</key><string>CMD:LDL;</string>");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(DeviceModel, SaysWhyItCannotBeLoaded) {
+  fs::create_directories(framework() / "Contents");
+  const Outcome outcome = run("");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.errors, HasSubstr("DEBUG: The device model failed: "));
+  EXPECT_THAT(outcome.errors, HasSubstr("VemoDeviceModel.bundle: its property list names"));
+}
+
+TEST_F(DeviceModel, IsNotLoadedForWhatIsNoCommandJob) {
+  fs::create_directories(framework() / "Contents");
+  Job job("#CUPS-COMMAND\n");
+  job.environment["CONTENT_TYPE"] = "text/plain";
+  const Outcome outcome = application_.run(job);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.errors, "");
+}
+
+}  // namespace
+}  // namespace commandfilter
