@@ -7,11 +7,11 @@
 
 namespace commandfilter {
 
-/// No text is put together that has more bytes than this, and no array that has more elements than
-/// fit in as many: an expression that doubles its result a few dozen times would take all memory,
-/// and the process with it.
-inline constexpr std::size_t kLargestText = std::size_t{1} << 29U;
-inline constexpr std::size_t kLargestArray = kLargestText / 16;
+/// No text is put together that has more bytes than this, and no array that has more elements: an
+/// expression that doubles its result a few dozen times would take all memory, and the process with
+/// it.
+inline constexpr std::size_t kLargestText = std::size_t{256} * 1024 * 1024;
+inline constexpr std::size_t kLargestArray = std::size_t{8} * 1024 * 1024;
 
 namespace detail {
 
