@@ -1,6 +1,10 @@
 #include "runtime/Bundle.h"
 
-#include <filesystem>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <string_view>
 
 #include "runtime/Cast.h"
 #include "runtime/Class.h"
@@ -26,13 +30,14 @@ RefPtr<Bundle> Bundle::bundleWithPath(const std::string& path) {
 
 Ref<Bundle> Bundle::mainBundle() {
   // The program's name, argv[0], is the queue's name under CUPS; only the kernel knows the file.
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  std::filesystem::path folder = error ? std::filesystem::path(".") : program.parent_path();
-  if (folder.filename() == "Linux" && folder.parent_path().filename() == "Contents") {
-    folder = folder.parent_path().parent_path();
-  }
-  return make<Bundle>(folder.string());
+  std::array<char, PATH_MAX> buffer{};
+  const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
+  std::string_view folder(buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  const std::size_t end = folder.rfind('/');
+  folder = folder.substr(0, end == 0 ? 1 : end);
+  constexpr std::string_view kCodeFolder = "/Contents/Linux";
+  if (folder.ends_with(kCodeFolder)) folder.remove_suffix(kCodeFolder.size());
+  return make<Bundle>(folder.empty() ? "." : std::string(folder));
 }
 
 const Dictionary& Bundle::infoDictionary() {

@@ -43,8 +43,17 @@ bool isCutOff(const std::string& path) {
   });
 }
 
-Result<void*> loadCode(const char* place) {
-  void* handle = dlopen(place, RTLD_NOW | RTLD_LOCAL);
+// A library that comes with thirty others is most of what a short job costs, and most of that is
+// looking symbols up: these are found sooner in the library's own dependencies than behind those of
+// the program, and not at all while nobody calls them. The address sanitizer wants to be found
+// first by every library.
+int systemLibraryBinding() noexcept {
+  const bool sanitized = dlsym(RTLD_DEFAULT, "__asan_init") != nullptr;
+  return sanitized ? RTLD_LAZY : RTLD_LAZY | RTLD_DEEPBIND;
+}
+
+Result<void*> loadCode(const char* place, int binding) {
+  void* handle = dlopen(place, binding | RTLD_LOCAL);
   if (handle != nullptr) return handle;
   const char* reason = dlerror();
   return Failure{reason != nullptr ? reason : "cannot be loaded"};
@@ -58,15 +67,15 @@ Result<SharedLibrary> SharedLibrary::open(const std::string& path) {
   if (isCutOff(path)) return Failure{"is cut off"};
   // A name without a slash would be searched for in the system's folders.
   const std::string place = path.find('/') == std::string::npos ? "./" + path : path;
-  Result<void*> handle = loadCode(place.c_str());
+  Result<void*> handle = loadCode(place.c_str(), RTLD_NOW);
   if (!handle) return Failure{handle.reason()};
-  return SharedLibrary(*handle);
+  return SharedLibrary(*handle, Kind::Bundle);
 }
 
 Result<SharedLibrary> SharedLibrary::openSystemLibrary(const char* name) {
-  Result<void*> handle = loadCode(name);
+  Result<void*> handle = loadCode(name, systemLibraryBinding());
   if (!handle) return Failure{handle.reason()};
-  return SharedLibrary(*handle);
+  return SharedLibrary(*handle, Kind::System);
 }
 
 SharedLibrary::~SharedLibrary() {
@@ -77,7 +86,8 @@ const void* SharedLibrary::symbol(const char* name) const noexcept {
   // Without a library, the loader would search the whole process.
   if (handle_ == nullptr) return nullptr;
   const void* address = dlsym(handle_, name);
-  if (address == nullptr) return nullptr;
+  // Asking whose the address is costs a walk over all the library's names.
+  if (address == nullptr || kind_ == Kind::System) return address;
   // The search goes on in the libraries that this one is linked with; their names do not count.
   const link_map* self = nullptr;
   Dl_info found{};

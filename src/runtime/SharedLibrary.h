@@ -15,12 +15,15 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   /// Loads the library at the path, with all its symbols bound and none shown to other libraries.
   [[nodiscard]] static Result<SharedLibrary> open(const std::string& path);
 
-  /// Loads a library by its name, such as "libcups.so.2", from the system's folders.
+  /// Loads a library by its name, such as "libcups.so.2", from the system's folders. Its symbols
+  /// are bound when they are first called, those of its own dependencies before the program's.
   [[nodiscard]] static Result<SharedLibrary> openSystemLibrary(const char* name);
 
-  SharedLibrary(SharedLibrary&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  SharedLibrary(SharedLibrary&& other) noexcept
+      : handle_(std::exchange(other.handle_, nullptr)), kind_(other.kind_) {}
   SharedLibrary& operator=(SharedLibrary&& other) noexcept {
     std::swap(handle_, other.handle_);
+    std::swap(kind_, other.kind_);
     return *this;
   }
   SharedLibrary(const SharedLibrary&) = delete;
@@ -28,14 +31,19 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   ~SharedLibrary();
 
   /// The address of an exported name of this library itself, not of one that it is linked with;
-  /// nullptr when there is none.
+  /// nullptr when there is none. In a system library, whose names are known, the look-up is not
+  /// limited to the library itself.
   [[nodiscard]] const void* symbol(const char* name) const noexcept;
   /// Leaves the library loaded until the process ends; it has no symbols here afterwards.
   void keep() noexcept { handle_ = nullptr; }
 
  private:
-  explicit SharedLibrary(void* handle) noexcept : handle_(handle) {}
+  enum class Kind { Bundle, System };
+
+  SharedLibrary(void* handle, Kind kind) noexcept : handle_(handle), kind_(kind) {}
+
   void* handle_;
+  Kind kind_;
 };
 
 }  // namespace commandfilter
