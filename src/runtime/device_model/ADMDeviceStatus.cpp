@@ -40,29 +40,4 @@ constexpr std::array<const Protocol*, 1> kAdopts{&ADMStatus::kProtocol};
 constinit const Protocol ADMDeviceStatus::kProtocol{"ADMDeviceStatus", kAdopts};
 constinit const MethodGroup ADMDeviceStatus::kMethods{"ADMDeviceStatus", kRows};
 
-Value ADMDeviceStatus::deviceState() { return {}; }
-Value ADMDeviceStatus::batteryLevel() { return {}; }
-Value ADMDeviceStatus::batteryCondition() { return {}; }
-Value ADMDeviceStatus::batteryLevelTrigger() { return {}; }
-Value ADMDeviceStatus::deviceSerialNumber() { return {}; }
-Value ADMDeviceStatus::firmwareVersion() { return {}; }
-Value ADMDeviceStatus::deviceSubstate() { return {}; }
-Value ADMDeviceStatus::isDuplexerInstalled() { return {}; }
-Value ADMDeviceStatus::supportedResolutions() { return {}; }
-Value ADMDeviceStatus::reserveModeState() { return {}; }
-Value ADMDeviceStatus::humanReadableModelName() { return {}; }
-Value ADMDeviceStatus::productNumber() { return {}; }
-Value ADMDeviceStatus::regionCode() { return {}; }
-Value ADMDeviceStatus::printheadAlignmentState() { return {}; }
-Value ADMDeviceStatus::bbcMediaState() { return {}; }
-Value ADMDeviceStatus::photoTrayState() { return {}; }
-Value ADMDeviceStatus::diaperState() { return {}; }
-Value ADMDeviceStatus::loidSensorState() { return {}; }
-Value ADMDeviceStatus::cameraState() { return {}; }
-Value ADMDeviceStatus::photoCardState() { return {}; }
-Value ADMDeviceStatus::photoProofSheetState() { return {}; }
-Value ADMDeviceStatus::scannerState() { return {}; }
-Value ADMDeviceStatus::faxState() { return {}; }
-Value ADMDeviceStatus::deviceUIState() { return {}; }
-
 }  // namespace commandfilter

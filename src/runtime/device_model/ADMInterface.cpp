@@ -19,10 +19,4 @@ constexpr std::array kRows{
 constinit const Protocol ADMInterface::kProtocol{"ADMInterface"};
 constinit const MethodGroup ADMInterface::kMethods{"ADMInterface", kRows};
 
-Value ADMInterface::serviceInfo() { return {}; }
-void ADMInterface::setParameters(const Value& /*parameters*/) {}
-Value ADMInterface::parameters() { return {}; }
-bool ADMInterface::isAvailable() { return false; }
-Value ADMInterface::lastError() { return {}; }
-
 }  // namespace commandfilter

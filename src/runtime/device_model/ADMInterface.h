@@ -21,16 +21,16 @@ class COMMANDFILTER_EXPORT ADMInterface : public ProtocolBase {
   static const MethodGroup kMethods;
 
   /// The service info that the service was made for.
-  virtual Value serviceInfo();
+  virtual Value serviceInfo() { return {}; }
   /// Sets what the service is to go by, a dictionary or nil.
-  virtual void setParameters(const Value& parameters);
+  virtual void setParameters(const Value& /*parameters*/) {}
   /// What was set last; nil at first.
-  virtual Value parameters();
+  virtual Value parameters() { return {}; }
   /// YES when the device answers. May wait for it.
-  virtual bool isAvailable();
+  virtual bool isAvailable() { return false; }
   /// Why the last answer was nil, as an object whose description is one sentence; nil when nothing
   /// went wrong.
-  virtual Value lastError();
+  virtual Value lastError() { return {}; }
 
  protected:
   ~ADMInterface() = default;

@@ -38,45 +38,4 @@ constexpr std::array<const Protocol*, 1> kAdopts{&ADMInterface::kProtocol};
 constinit const Protocol ADMStatus::kProtocol{"ADMStatus", kAdopts};
 constinit const MethodGroup ADMStatus::kMethods{"ADMStatus", kRows};
 
-Value ADMStatus::delegate() { return {}; }
-void ADMStatus::setDelegate(const Value& /*delegate*/) {}
-Value ADMStatus::supportedFeatures() { return {}; }
-bool ADMStatus::isSupportedFeature(const Value& /*feature*/) { return false; }
-Value ADMStatus::supportedPropertiesForFeature(const Value& /*feature*/) { return {}; }
-bool ADMStatus::isSupportedProperty_forFeature(const Value& /*property*/,
-                                               const Value& /*feature*/) {
-  return false;
-}
-Value ADMStatus::identifiersForFeature(const Value& /*feature*/) { return {}; }
-Value ADMStatus::valueForFeature(const Value& /*feature*/) { return {}; }
-Value ADMStatus::valueForFeature_property(const Value& /*feature*/, const Value& /*property*/) {
-  return {};
-}
-Value ADMStatus::valueForFeature_property_identifier(const Value& /*feature*/,
-                                                     const Value& /*property*/,
-                                                     const Value& /*identifier*/) {
-  return {};
-}
-void ADMStatus::addObserver_selector_feature(const Value& /*observer*/, const String* /*selector*/,
-                                             const Value& /*feature*/) {}
-void ADMStatus::addObserver_selector_feature_property(const Value& /*observer*/,
-                                                      const String* /*selector*/,
-                                                      const Value& /*feature*/,
-                                                      const Value& /*property*/) {}
-void ADMStatus::addObserver_selector_feature_property_identifier(const Value& /*observer*/,
-                                                                 const String* /*selector*/,
-                                                                 const Value& /*feature*/,
-                                                                 const Value& /*property*/,
-                                                                 const Value& /*identifier*/) {}
-void ADMStatus::removeObserver_feature_property_identifier(const Value& /*observer*/,
-                                                           const Value& /*feature*/,
-                                                           const Value& /*property*/,
-                                                           const Value& /*identifier*/) {}
-void ADMStatus::removeObserver_feature_property(const Value& /*observer*/, const Value& /*feature*/,
-                                                const Value& /*property*/) {}
-void ADMStatus::removeObserver_feature(const Value& /*observer*/, const Value& /*feature*/) {}
-void ADMStatus::removeObserver(const Value& /*observer*/) {}
-void ADMStatus::scheduleInRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
-void ADMStatus::removeFromRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
-
 }  // namespace commandfilter

@@ -24,57 +24,66 @@ class COMMANDFILTER_EXPORT ADMStatus : public ADMInterface {
   static const MethodGroup kMethods;
 
   /// Who was set as the delegate; nil for a service that has nothing to tell.
-  virtual Value delegate();
+  virtual Value delegate() { return {}; }
   /// Sets the delegate, which is not owned; what it is told is the framework's business.
-  virtual void setDelegate(const Value& delegate);
+  virtual void setDelegate(const Value& /*delegate*/) {}
 
   /// The names of all features, an array.
-  virtual Value supportedFeatures();
+  virtual Value supportedFeatures() { return {}; }
   /// YES for a feature that is there, whether it has a value now or not.
-  virtual bool isSupportedFeature(const Value& feature);
+  virtual bool isSupportedFeature(const Value& /*feature*/) { return false; }
   /// The names of the feature's properties, an array; nil for a feature that is not there.
-  virtual Value supportedPropertiesForFeature(const Value& feature);
+  virtual Value supportedPropertiesForFeature(const Value& /*feature*/) { return {}; }
   /// YES for a property that the feature has.
-  virtual bool isSupportedProperty_forFeature(const Value& property, const Value& feature);
+  virtual bool isSupportedProperty_forFeature(const Value& /*property*/, const Value& /*feature*/) {
+    return false;
+  }
   /// The identifiers that the feature has values for, an array.
-  virtual Value identifiersForFeature(const Value& feature);
+  virtual Value identifiersForFeature(const Value& /*feature*/) { return {}; }
   /// The value of the feature.
-  virtual Value valueForFeature(const Value& feature);
+  virtual Value valueForFeature(const Value& /*feature*/) { return {}; }
   /// The value of a property of the feature.
-  virtual Value valueForFeature_property(const Value& feature, const Value& property);
+  virtual Value valueForFeature_property(const Value& /*feature*/, const Value& /*property*/) {
+    return {};
+  }
   /// The value of a property of the feature for one identifier.
-  virtual Value valueForFeature_property_identifier(const Value& feature, const Value& property,
-                                                    const Value& identifier);
+  virtual Value valueForFeature_property_identifier(const Value& /*feature*/,
+                                                    const Value& /*property*/,
+                                                    const Value& /*identifier*/) {
+    return {};
+  }
 
   /// Has the observer told when the feature's value changes.
-  virtual void addObserver_selector_feature(const Value& observer, const String* selector,
-                                            const Value& feature);
+  virtual void addObserver_selector_feature(const Value& /*observer*/, const String* /*selector*/,
+                                            const Value& /*feature*/) {}
   /// Has the observer told when the property's value changes.
-  virtual void addObserver_selector_feature_property(const Value& observer, const String* selector,
-                                                     const Value& feature, const Value& property);
+  virtual void addObserver_selector_feature_property(const Value& /*observer*/,
+                                                     const String* /*selector*/,
+                                                     const Value& /*feature*/,
+                                                     const Value& /*property*/) {}
   /// Has the observer told when the property's value for the identifier changes.
-  virtual void addObserver_selector_feature_property_identifier(const Value& observer,
-                                                                const String* selector,
-                                                                const Value& feature,
-                                                                const Value& property,
-                                                                const Value& identifier);
+  virtual void addObserver_selector_feature_property_identifier(const Value& /*observer*/,
+                                                                const String* /*selector*/,
+                                                                const Value& /*feature*/,
+                                                                const Value& /*property*/,
+                                                                const Value& /*identifier*/) {}
   /// Ends one observation. An observation that does not exist is no error, here and below.
-  virtual void removeObserver_feature_property_identifier(const Value& observer,
-                                                          const Value& feature,
-                                                          const Value& property,
-                                                          const Value& identifier);
+  virtual void removeObserver_feature_property_identifier(const Value& /*observer*/,
+                                                          const Value& /*feature*/,
+                                                          const Value& /*property*/,
+                                                          const Value& /*identifier*/) {}
   /// Ends the observer's observations of the property.
-  virtual void removeObserver_feature_property(const Value& observer, const Value& feature,
-                                               const Value& property);
+  virtual void removeObserver_feature_property(const Value& /*observer*/, const Value& /*feature*/,
+                                               const Value& /*property*/) {}
   /// Ends the observer's observations of the feature.
-  virtual void removeObserver_feature(const Value& observer, const Value& feature);
+  virtual void removeObserver_feature(const Value& /*observer*/, const Value& /*feature*/) {}
   /// Ends all of the observer's observations.
-  virtual void removeObserver(const Value& observer);
+  virtual void removeObserver(const Value& /*observer*/) {}
 
   /// Has changes noticed while the mode of the run loop runs.
-  virtual void scheduleInRunLoop_forMode(RunLoop* runLoop, const String* mode);
+  virtual void scheduleInRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
   /// Takes what the service waits for out of the mode of the run loop.
-  virtual void removeFromRunLoop_forMode(RunLoop* runLoop, const String* mode);
+  virtual void removeFromRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
 
  protected:
   ~ADMStatus() = default;

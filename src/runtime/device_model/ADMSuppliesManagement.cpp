@@ -17,11 +17,4 @@ constexpr std::array kRows{
 constinit const Protocol ADMSuppliesManagement::kProtocol{"ADMSuppliesManagement"};
 constinit const MethodGroup ADMSuppliesManagement::kMethods{"ADMSuppliesManagement", kRows};
 
-Value ADMSuppliesManagement::suppliesStateAcknowledgment() { return {}; }
-void ADMSuppliesManagement::scheduleInRunLoop_forMode(RunLoop* /*runLoop*/,
-                                                      const String* /*mode*/) {}
-void ADMSuppliesManagement::removeFromRunLoop_forMode(RunLoop* /*runLoop*/,
-                                                      const String* /*mode*/) {}
-void ADMSuppliesManagement::scheduleRetrieveSuppliesWarrantyValue() {}
-
 }  // namespace commandfilter

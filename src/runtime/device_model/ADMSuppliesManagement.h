@@ -20,13 +20,13 @@ class COMMANDFILTER_EXPORT ADMSuppliesManagement : public ProtocolBase {
   static const MethodGroup kMethods;
 
   /// What the user has acknowledged of the supplies' state.
-  virtual Value suppliesStateAcknowledgment();
+  virtual Value suppliesStateAcknowledgment() { return {}; }
   /// Has changes noticed while the mode of the run loop runs.
-  virtual void scheduleInRunLoop_forMode(RunLoop* runLoop, const String* mode);
+  virtual void scheduleInRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
   /// Takes what the service waits for out of the mode of the run loop.
-  virtual void removeFromRunLoop_forMode(RunLoop* runLoop, const String* mode);
+  virtual void removeFromRunLoop_forMode(RunLoop* /*runLoop*/, const String* /*mode*/) {}
   /// Begins to ask the device for the value that `warrantyValue` gives.
-  virtual void scheduleRetrieveSuppliesWarrantyValue();
+  virtual void scheduleRetrieveSuppliesWarrantyValue() {}
 
  protected:
   ~ADMSuppliesManagement() = default;

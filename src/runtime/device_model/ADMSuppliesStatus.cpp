@@ -51,46 +51,4 @@ constexpr std::array<const Protocol*, 2> kAdopts{&ADMStatus::kProtocol,
 constinit const Protocol ADMSuppliesStatus::kProtocol{"ADMSuppliesStatus", kAdopts};
 constinit const MethodGroup ADMSuppliesStatus::kMethods{"ADMSuppliesStatus", kRows};
 
-Value ADMSuppliesStatus::warrantyValue() { return {}; }
-Value ADMSuppliesStatus::suppliesIdentifiers() { return {}; }
-Value ADMSuppliesStatus::supplyNameForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyDescriptionForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyPartNumberForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplySelectabilityForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyStateForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyAuthenticationForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyLevelForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyCapacityForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyRemainingPagesForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyExpirationDateForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyClassForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyMeasurementUnitForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyTypeForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyColorNameForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyRGBRepresentationForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyDropVolumeForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplySubstateForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyExpectedColorNameForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::supplyAdditionalInkLevelInfoForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-Value ADMSuppliesStatus::isIntroSupplyForIdentifier(const Value& /*identifier*/) { return {}; }
-Value ADMSuppliesStatus::supplyLevelMessagingStyleForIdentifier(const Value& /*identifier*/) {
-  return {};
-}
-
 }  // namespace commandfilter
