@@ -1,4 +1,5 @@
 // Any answers of an agent make supplies whose levels are percentages.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -8,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "device_model/BackendTransport.h"
 #include "device_model/PrinterState.h"
