@@ -71,7 +71,8 @@ Value LiveDeviceStatus::deviceSubstate() {
     if (found == attributes.end()) return {};
     std::vector<std::string> reasons;
     for (const std::string& reason : found->second) {
-      if (reason != "none") reasons.push_back(reason);
+      // The scheduler's own reasons tell about the queue, not about the device.
+      if (reason != "none" && !reason.starts_with("cups-")) reasons.push_back(reason);
     }
     return arrayOf(reasons);
   });

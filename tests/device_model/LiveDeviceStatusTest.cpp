@@ -66,7 +66,8 @@ TEST_F(LiveDevice, TellsWhatTheQueueKnowsWhenTheAgentDoesNot) {
   device_.queue.parts.resource = "/?serial=URI-1";
   EXPECT_EQ(answer("deviceState"), "(null)");
   EXPECT_TRUE(equal(ask(status(), "deviceSubstate"), arrayOf({})));
-  device_.queue.ipp["printer-state-reasons"] = {"door-open-report", "media-low-warning"};
+  device_.queue.ipp["printer-state-reasons"] = {"door-open-report", "cups-missing-filter-warning",
+                                                "media-low-warning"};
   EXPECT_TRUE(equal(ask(status(), "deviceSubstate"),
                     arrayOf({stringOf("door-open-report"), stringOf("media-low-warning")})));
   EXPECT_EQ(answer("deviceSerialNumber"), "URI-1");
