@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "Doubles.h"
+#include "InChild.h"
 #include "TestValues.h"
 #include "device_model/ModelInfoManager.h"
+#include "runtime/Bundle.h"
 #include "runtime/Comparison.h"
 #include "runtime/Send.h"
 #include "support/File.h"
@@ -37,6 +41,34 @@ TEST(CapabilitiesInfoProvider, AnswersFromTheTableForTheModel) {
   EXPECT_EQ(methodSignatureForSelector(provider, Selector("supportedSupplies")).methodReturnType(),
             "@");
   EXPECT_NE(testing::reasonOf([&] { static_cast<void>(ask(provider, "somethingElse")); }), "");
+}
+
+// A table in the folder for resources of the program's bundle.
+class BundledTable {
+ public:
+  BundledTable() {
+    std::filesystem::create_directories(folder());
+    testing::writeFile(folder() / "Capabilities.plist",
+                       "<plist><dict><key>Default</key><dict><key>supportedSupplies</key><true/>"
+                       "</dict></dict></plist>");
+  }
+  BundledTable(const BundledTable&) = delete;
+  BundledTable& operator=(const BundledTable&) = delete;
+  ~BundledTable() { std::filesystem::remove_all(folder().parent_path()); }
+
+ private:
+  static std::filesystem::path folder() { return Bundle::mainBundle()->resourcePath(); }
+};
+
+TEST(CapabilitiesInfoProvider, TakesTheTableOfTheProgramWhenNoneIsRegistered) {
+  testing::runInChild([] {
+    // Another test may have registered a table that is gone by now.
+    if (ModelInfoManager::pathOfTable("Capabilities")) return;
+    const BundledTable table;
+    ScriptedDevice device;
+    const Value provider = CapabilitiesInfoProvider::initWithServiceInfo(device.resolved());
+    EXPECT_TRUE(equal(ask(provider, "supportedSupplies"), Value::boolean(true)));
+  });
 }
 
 TEST(CapabilitiesInfoProvider, RefusesWhatIsNoDevice) {
