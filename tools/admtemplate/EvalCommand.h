@@ -1,0 +1,32 @@
+// admtemplate eval
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace commandfilter::tools {
+
+enum class ReportFormat { Text, JSON, PropertyList };
+
+/// What the user asks `admtemplate eval` for.
+struct EvalArguments {
+  std::optional<std::string> configurationTemplate;
+  std::vector<std::string> keys;
+  std::optional<std::string> expression;
+  std::optional<std::string> service;
+  std::optional<std::string> device;
+  std::optional<std::string> input;
+  std::vector<std::string> plugIns;
+  ReportFormat format = ReportFormat::Text;
+  bool strict = false;
+};
+
+/// Evaluates and writes the report; what the report has no place for goes to `messages`. Gives the
+/// exit status: 0, or 1 when `strict` is set and something failed.
+/// @throws UsageError when an argument or a file cannot be used.
+[[nodiscard]] int runEval(const EvalArguments& arguments, std::ostream& report,
+                          std::ostream& messages);
+
+}  // namespace commandfilter::tools
