@@ -6,6 +6,7 @@
 #include <array>
 #include <csignal>
 #include <cstddef>
+#include <cstring>
 #include <vector>
 
 #include "device_model/CupsFunctions.h"
@@ -40,6 +41,14 @@ bool hasBackend() noexcept {
   return getsockopt(CUPS_SC_FD, SOL_SOCKET, SO_DOMAIN, &domain, &size) == 0 && domain == AF_UNIX;
 }
 
+// A backend may send any number; an enumeration that holds another than its own must not be read.
+int numberOf(const cups_sc_status_t& status) noexcept {
+  int number = 0;
+  static_assert(sizeof number == sizeof status);
+  std::memcpy(&number, &status, sizeof number);
+  return number;
+}
+
 void dropWhatIsThere() noexcept {
   // Bounded: a backend may send faster than this reads.
   constexpr int kMost = 256;
@@ -69,9 +78,9 @@ std::optional<BackendMessages::Answer> CupsBackendMessages::receive(double timeo
   cups_sc_status_t status = CUPS_SC_STATUS_NONE;
   if (read(&command, &status, buffer.data(), &length, timeout) != 0) return std::nullopt;
   // The length means something only when the answer was taken.
-  const bool taken = status == CUPS_SC_STATUS_OK && length > 0 && length <= static_cast<int>(kRoom);
+  const bool taken = numberOf(status) == kOK && length > 0 && length <= static_cast<int>(kRoom);
   return Answer{
-      command, status,
+      command, numberOf(status),
       taken ? std::string(buffer.data(), static_cast<std::size_t>(length)) : std::string()};
 }
 

@@ -73,12 +73,15 @@ TEST(CupsBackendMessages, TakeNoDataFromAFailure) {
   runInChild([] {
     const int backend = makeSideChannel();
     CupsBackendMessages messages;
-    ASSERT_TRUE(messages.send(BackendCommand::GetDeviceID, {}, 1));
-    answer(backend, 4, 99, "x");
-    const auto received = messages.receive(10);
-    ASSERT_TRUE(received);
-    EXPECT_EQ(received->status, 99);
-    EXPECT_EQ(received->data, "");
+    // Numbers that no status has among them.
+    for (const int status : {0, 2, 7, 99, -1}) {
+      ASSERT_TRUE(messages.send(BackendCommand::GetDeviceID, {}, 1));
+      answer(backend, 4, status, "x");
+      const auto received = messages.receive(10);
+      ASSERT_TRUE(received);
+      EXPECT_EQ(received->status, status);
+      EXPECT_EQ(received->data, "");
+    }
   });
 }
 
