@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstring>
 
 #include "filter/environment/CupsLibrary.h"
 
@@ -46,22 +47,33 @@ void discardLateAnswers() noexcept {
   }
 }
 
+// A backend may send any number; an enumeration that holds another than its own must not be read.
+SideChannelStatus statusOf(const cups_sc_status_t& status) noexcept {
+  int number = 0;
+  static_assert(sizeof number == sizeof status);
+  std::memcpy(&number, &status, sizeof number);
+  return static_cast<SideChannelStatus>(number);
+}
+
 // Reads on past the answers to other commands.
-cups_sc_status_t awaitAnswer(const CupsLibrary& cups, cups_sc_command_t command, char* buffer,
-                             int& length, double timeout) {
+SideChannelStatus awaitAnswer(const CupsLibrary& cups, cups_sc_command_t command, char* buffer,
+                              int& length, Clock::time_point end) {
   const int room = length;
-  const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                      std::chrono::duration<double>(timeout));
   while (true) {
     const double left = std::chrono::duration<double>(end - Clock::now()).count();
     cups_sc_command_t answered = CUPS_SC_CMD_NONE;
     cups_sc_status_t status = CUPS_SC_STATUS_NONE;
     length = room;
     if (left <= 0 || cups.sideChannelRead(&answered, &status, buffer, &length, left) != 0) {
-      return CUPS_SC_STATUS_BAD_MESSAGE;
+      return SideChannelStatus::BadMessage;
     }
-    if (answered == command) return status;
+    if (answered == command) return statusOf(status);
   }
+}
+
+Clock::time_point momentAfter(double seconds) {
+  return Clock::now() +
+         std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
 }
 
 }  // namespace
@@ -74,14 +86,15 @@ SideChannelStatus CupsSideChannel::doRequest(SideChannelCommand command, char* b
   discardLateAnswers();
   const int room = length;
   const auto code = static_cast<cups_sc_command_t>(command);
-  cups_sc_status_t status = cups->sideChannelDoRequest(code, buffer, &length, timeout);
-  if (status == CUPS_SC_STATUS_BAD_MESSAGE) {
+  const Clock::time_point end = momentAfter(timeout);
+  SideChannelStatus status = statusOf(cups->sideChannelDoRequest(code, buffer, &length, timeout));
+  if (status == SideChannelStatus::BadMessage) {
     // The answer to another request came after the question; that to this one is still due.
     length = room;
-    status = awaitAnswer(*cups, code, buffer, length, std::min(timeout, kPatience));
+    status = awaitAnswer(*cups, code, buffer, length, std::min(end, momentAfter(kPatience)));
   }
-  length = status == CUPS_SC_STATUS_OK ? std::clamp(length, 0, room) : 0;
-  return static_cast<SideChannelStatus>(status);
+  length = status == SideChannelStatus::OK ? std::clamp(length, 0, room) : 0;
+  return status;
 }
 
 }  // namespace commandfilter

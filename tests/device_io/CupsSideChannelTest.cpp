@@ -4,9 +4,11 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -91,13 +93,16 @@ TEST(CupsSideChannel, SaysWhenTheRoomIsTooSmall) {
 
 TEST(CupsSideChannel, PassesEveryStatusOnWithoutALength) {
   runInChild([] {
-    for (const int status : {0, 2, 3, 4, 6, 7, 99}) {
-      BackendDouble backend([status](testing::BackendDouble& self, int) {
-        self.send(kGetDeviceID, status, "garbage");
-      });
-      const Reply answer = request();
-      EXPECT_EQ(static_cast<int>(answer.status), status);
-      EXPECT_EQ(answer.length, 0) << status;
+    for (const int status : {0, 2, 3, 4, 6, 7, 99, -1}) {
+      for (const bool late : {false, true}) {
+        BackendDouble backend([&](testing::BackendDouble& self, int) {
+          if (late) self.send(kGetState, kOK, "x");
+          self.send(kGetDeviceID, status, "garbage");
+        });
+        const Reply answer = request();
+        EXPECT_EQ(static_cast<int>(answer.status), status);
+        EXPECT_EQ(answer.length, 0) << status;
+      }
     }
   });
 }
@@ -158,6 +163,22 @@ TEST(CupsSideChannel, TakesNoLateAnswerForItsOwn) {
     const Reply answer = request(kShort);
     EXPECT_EQ(answer.status, Status::BadMessage);
     EXPECT_EQ(answer.length, 0);
+  });
+}
+
+TEST(CupsSideChannel, WaitsNoLongerForALateAnswerToAnother) {
+  runInChild([] {
+    constexpr double kTimeout = 0.1;
+    const auto pause = [] {
+      std::this_thread::sleep_for(std::chrono::duration<double>(kTimeout * 0.6));
+    };
+    BackendDouble backend([&](testing::BackendDouble& self, int) {
+      pause();
+      self.send(kGetState, kOK, "x");
+      pause();
+      self.send(kGetDeviceID, kOK, kDeviceID);
+    });
+    EXPECT_NE(request(kTimeout).status, Status::OK);
   });
 }
 
