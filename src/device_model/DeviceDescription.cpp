@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -60,8 +61,12 @@ Fault checkText(const std::string& place, const Value& value) {
   return castTo<String>(value) != nullptr ? std::nullopt : wrong(place, "a text");
 }
 
-Fault checkInteger(const std::string& place, const Value& value) {
-  return value.isNumber() && !value.number().isReal() ? std::nullopt : wrong(place, "an integer");
+// A state has 32 bits; what is cut off of a larger number could leave one that means resolved.
+Fault checkState(const std::string& place, const Value& value) {
+  const bool good = value.isNumber() && !value.number().isReal() &&
+                    value.number().compare(Number::integer(std::int64_t{INT32_MIN})) >= 0 &&
+                    value.number().compare(Number::integer(std::int64_t{INT32_MAX})) <= 0;
+  return good ? std::nullopt : wrong(place, "an integer of 32 bits");
 }
 
 Fault checkDelay(const std::string& place, const Value& value) {
@@ -139,7 +144,7 @@ struct Entry {
 };
 constexpr std::array kEntries{
     Entry{"DeviceID", checkText},
-    Entry{"ServiceState", checkInteger},
+    Entry{"ServiceState", checkState},
     Entry{"URI", checkText},
     Entry{"ConnectionType", checkText},
     Entry{"VendorName", checkText},

@@ -55,8 +55,6 @@ TEST(DeviceDescription, NamesTheEntryThatIsOfAnotherKind) {
   EXPECT_EQ(faultOf(entry("ConnectionType", number)), "ConnectionType is not a text");
   EXPECT_EQ(faultOf(entry("VendorName", number)), "VendorName is not a text");
   EXPECT_EQ(faultOf(entry("ModelName", number)), "ModelName is not a text");
-  EXPECT_EQ(faultOf(entry("ServiceState", "<string>1</string>")), "ServiceState is not an integer");
-  EXPECT_EQ(faultOf(entry("ServiceState", "<real>1</real>")), "ServiceState is not an integer");
   EXPECT_EQ(faultOf(entry("ConnectionParams", number)), "ConnectionParams is not a dictionary");
   EXPECT_EQ(faultOf(entry("Resolution", number)), "Resolution is not a dictionary");
   EXPECT_EQ(faultOf(entry("Resolution", dict("Delay", "<string>1</string>"))),
@@ -90,6 +88,19 @@ TEST(DeviceDescription, NamesTheEntryThatIsOfAnotherKind) {
       faultOf(service(
           dict("Features", dict("F", dict("Properties", dict("P", dict("Identifiers", number))))))),
       "StatusServices > S > Features > F > Properties > P > Identifiers is not a dictionary");
+}
+
+TEST(DeviceDescription, HasAStateOf32Bits) {
+  for (const char* state : {"<integer>-2147483648</integer>", "<integer>2147483647</integer>"}) {
+    EXPECT_EQ(faultOf(entry("ServiceState", state)), "") << state;
+  }
+  for (const char* state :
+       {"<string>1</string>", "<real>1</real>", "<array/>", "<integer>4294967297</integer>",
+        "<integer>2147483648</integer>", "<integer>-2147483649</integer>",
+        "<integer>18446744073709551615</integer>"}) {
+    EXPECT_EQ(faultOf(entry("ServiceState", state)), "ServiceState is not an integer of 32 bits")
+        << state;
+  }
 }
 
 TEST(DeviceDescription, IsADictionary) {
