@@ -1,6 +1,5 @@
 #include "device_model/LiveSuppliesStatus.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -58,6 +57,7 @@ const std::vector<Supply>& LiveSuppliesStatus::supplies() {
     supplies_ = entries.empty() ? std::vector<Supply>()
                                 : suppliesOfTables(entries, backend.snmpTable(colorantTable()));
     if (supplies_->empty()) supplies_ = suppliesOfAttributes(device().queueAttributes());
+    for (const Supply& each : *supplies_) byIdentifier_.emplace(each.identifier, &each);
   }
   return *supplies_;
 }
@@ -65,9 +65,9 @@ const std::vector<Supply>& LiveSuppliesStatus::supplies() {
 const Supply* LiveSuppliesStatus::supply(const Value& identifier) {
   const auto* text = castTo<String>(identifier);
   if (text == nullptr) return nullptr;
-  const std::vector<Supply>& all = supplies();
-  const auto found = std::ranges::find(all, text->view(), &Supply::identifier);
-  return found != all.end() ? &*found : nullptr;
+  static_cast<void>(supplies());
+  const auto found = byIdentifier_.find(text->view());
+  return found != byIdentifier_.end() ? found->second : nullptr;
 }
 
 Value LiveSuppliesStatus::text(const Value& identifier, std::string Supply::*member) {

@@ -3,6 +3,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -59,6 +61,8 @@ class LiveSuppliesStatus final
   Value text(const Value& identifier, std::string Supply::*member);
 
   std::optional<std::vector<Supply>> supplies_;
+  /// The supplies by their identifiers, which each of many is asked for again and again.
+  std::unordered_map<std::string_view, const Supply*> byIdentifier_;
 };
 
 }  // namespace commandfilter

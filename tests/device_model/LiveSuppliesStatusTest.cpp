@@ -3,10 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "Doubles.h"
 #include "TestValues.h"
+#include "runtime/Array.h"
+#include "runtime/Cast.h"
 #include "runtime/Comparison.h"
 #include "runtime/Description.h"
 #include "runtime/Send.h"
@@ -76,6 +80,21 @@ TEST_F(LiveSupplies, AreThoseOfTheQueueWhenTheAgentHasNoPrinterMIB) {
   device_.backend.objects = testing::BackendScript::Objects{{".1.3.6.1.2.1.1.1.0", "a router"}};
   device_.queue.ipp = {{"marker-names", {"Cyan"}}};
   EXPECT_TRUE(equal(ask(status(), "suppliesIdentifiers"), arrayOf({stringOf("1")})));
+}
+
+TEST_F(LiveSupplies, MayBeVeryMany) {
+  constexpr std::size_t kCount = 40'000;
+  std::vector<std::string> names;
+  for (std::size_t i = 1; i <= kCount; ++i) names.push_back("Ink " + std::to_string(i));
+  device_.queue.ipp = {{"marker-names", names}};
+  const Value service = status();
+  const Value all =
+      ask(service, "valueForFeature:property:", {stringOf("supplies"), stringOf("name")});
+  ASSERT_EQ(castTo<Array>(all)->count(), kCount);
+  EXPECT_TRUE(equal(castTo<Array>(all)->objectAtIndex(kCount - 1), stringOf("Ink 40000")));
+  EXPECT_TRUE(
+      equal(ask(service, "supplyNameForIdentifier:", {stringOf("40000")}), stringOf("Ink 40000")));
+  EXPECT_TRUE(ask(service, "supplyNameForIdentifier:", {stringOf("40001")}).isNil());
 }
 
 TEST_F(LiveSupplies, MayBeUnknown) {
