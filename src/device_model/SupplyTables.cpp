@@ -91,16 +91,28 @@ std::string wordFor(const std::array<std::string_view, Count>& words, std::strin
 using Row = std::map<std::uint32_t, std::string_view>;
 using Rows = std::map<std::uint32_t, Row>;
 
-Rows rowsOf(const std::vector<SNMPEntry>& entries, const ObjectID& table) {
+// Below a table: 1 for its rows, the column, the device, the row.
+struct Cell {
+  std::uint32_t column;
+  std::uint32_t device;
+  std::uint32_t row;
+};
+std::optional<Cell> cellOf(const ObjectID& object, const ObjectID& table) {
+  constexpr std::size_t kIndexes = 4;
+  const std::size_t start = table.size();
+  if (object.size() != start + kIndexes || !isBelow(object, table) || object[start] != 1) return {};
+  return Cell{object[start + 1], object[start + 2], object[start + 3]};
+}
+
+// Those of the given device; without one, of the first, which becomes the given one.
+Rows rowsOf(const std::vector<SNMPEntry>& entries, const ObjectID& table,
+            std::optional<std::uint32_t>& device) {
   Rows rows;
-  // Below the table: 1 for its rows, the column, the device, the row.
-  const std::size_t column = table.size() + 1;
-  std::optional<std::uint32_t> device;
   for (const SNMPEntry& entry : entries) {
-    const ObjectID& object = entry.identifier;
-    if (!isBelow(object, table) || object.size() != column + 3) continue;
-    if (!device) device = object[column + 1];
-    if (object[column + 1] == *device) rows[object[column + 2]][object[column]] = entry.value;
+    const std::optional<Cell> cell = cellOf(entry.identifier, table);
+    if (!cell) continue;
+    if (!device) device = cell->device;
+    if (cell->device == *device) rows[cell->row][cell->column] = entry.value;
   }
   return rows;
 }
@@ -146,9 +158,11 @@ const ObjectID& colorantTable() {
 
 std::vector<Supply> suppliesOfTables(const std::vector<SNMPEntry>& supplies,
                                      const std::vector<SNMPEntry>& colorants) {
-  const Rows colors = rowsOf(colorants, colorantTable());
+  std::optional<std::uint32_t> device;
+  const Rows rows = rowsOf(supplies, suppliesTable(), device);
+  const Rows colors = rowsOf(colorants, colorantTable(), device);
   std::vector<Supply> found;
-  for (const auto& [index, row] : rowsOf(supplies, suppliesTable())) {
+  for (const auto& [index, row] : rows) {
     Supply supply;
     supply.identifier = std::to_string(index);
     supply.name = textOfSNMPValue(valueIn(row, kDescription));

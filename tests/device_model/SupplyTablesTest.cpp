@@ -20,9 +20,9 @@ class SupplyTables : public ::testing::Test {
       supplies_.push_back({object, columns[i]});
     }
   }
-  void addColorant(std::uint32_t index, const std::string& name) {
+  void addColorant(std::uint32_t index, const std::string& name, std::uint32_t device = 1) {
     ObjectID object = colorantTable();
-    object.insert(object.end(), {1, 4, 1, index});
+    object.insert(object.end(), {1, 4, device, index});
     colorants_.push_back({object, name});
   }
   // The only supply, of this class, unit, capacity and level.
@@ -107,6 +107,10 @@ TEST_F(SupplyTables, LeaveOutWhatMakesNoSense) {
   ObjectID deep = suppliesTable();
   deep.insert(deep.end(), {1, 9, 1, 1, 1});
   supplies_.push_back({deep, "50"});
+  // Of an object beside the table's rows.
+  ObjectID other = suppliesTable();
+  other.insert(other.end(), {2, 6, 1, 2});
+  supplies_.push_back({other, "Other"});
   const std::vector<Supply> supplies = suppliesOfTables(supplies_, colorants_);
   ASSERT_EQ(supplies.size(), 1U);
   EXPECT_EQ(supplies[0].type, "");
@@ -123,6 +127,88 @@ TEST_F(SupplyTables, AreThoseOfTheFirstDevice) {
   const std::vector<Supply> supplies = suppliesOfTables(supplies_, colorants_);
   ASSERT_EQ(supplies.size(), 1U);
   EXPECT_EQ(supplies[0].name, "A");
+}
+
+TEST_F(SupplyTables, TakeTheirColoursFromTheSameDevice) {
+  addRow(1, {"1", "1", "3", "3", "A", "19", "100", "1"}, 5);
+  addColorant(1, "cyan", 4);
+  EXPECT_EQ(suppliesOfTables(supplies_, colorants_).at(0).colorName, "");
+  addColorant(1, "magenta", 5);
+  EXPECT_EQ(suppliesOfTables(supplies_, colorants_).at(0).colorName, "magenta");
+}
+
+// RFC 3805, each word at the place of its number.
+TEST_F(SupplyTables, HaveTheWordsOfTheStandard) {
+  const std::vector<std::string> classes{
+      "", "other", "", "supplyThatIsConsumed", "receptacleThatIsFilled", ""};
+  for (std::size_t i = 0; i < classes.size(); ++i) {
+    EXPECT_EQ(supply(std::to_string(i), "19", "100", "1").supplyClass, classes[i]) << i;
+  }
+  const std::vector<std::string> units{"",
+                                       "other",
+                                       "unknown",
+                                       "tenThousandthsOfInches",
+                                       "micrometers",
+                                       "",
+                                       "",
+                                       "impressions",
+                                       "sheets",
+                                       "",
+                                       "",
+                                       "hours",
+                                       "thousandthsOfOunces",
+                                       "tenthsOfGrams",
+                                       "hundrethsOfFluidOunces",
+                                       "tenthsOfMilliliters",
+                                       "feet",
+                                       "meters",
+                                       "items",
+                                       "percent",
+                                       ""};
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    EXPECT_EQ(supply("3", std::to_string(i), "100", "1").unit, units[i]) << i;
+  }
+  const std::vector<std::string> types{"",
+                                       "other",
+                                       "unknown",
+                                       "toner",
+                                       "wasteToner",
+                                       "ink",
+                                       "inkCartridge",
+                                       "inkRibbon",
+                                       "wasteInk",
+                                       "opc",
+                                       "developer",
+                                       "fuserOil",
+                                       "solidWax",
+                                       "ribbonWax",
+                                       "wasteWax",
+                                       "fuser",
+                                       "coronaWire",
+                                       "fuserOilWick",
+                                       "cleanerUnit",
+                                       "fuserCleaningPad",
+                                       "transferUnit",
+                                       "tonerCartridge",
+                                       "fuserOiler",
+                                       "water",
+                                       "wasteWater",
+                                       "glueWaterAdditive",
+                                       "wastePaper",
+                                       "bindingSupply",
+                                       "bandingSupply",
+                                       "stitchingWire",
+                                       "shrinkWrap",
+                                       "paperWrap",
+                                       "staples",
+                                       "inserts",
+                                       "covers",
+                                       ""};
+  for (std::size_t i = 0; i < types.size(); ++i) {
+    supplies_.clear();
+    addRow(1, {"1", "0", "3", std::to_string(i)});
+    EXPECT_EQ(suppliesOfTables(supplies_, colorants_).at(0).type, types[i]) << i;
+  }
 }
 
 TEST_F(SupplyTables, MayBeEmpty) { EXPECT_TRUE(suppliesOfTables({}, {}).empty()); }
