@@ -152,12 +152,13 @@ RefPtr<Dictionary> LiveServiceInfo::connectionParams() {
   if (!connectionParams_) {
     const URIParts parts = sources_.queue.get().partsOfURI(uri_->text());
     DictionaryBuilder params;
-    // The host of other kinds of connection is a name that means something there only.
+    setQuery(params, parts.resource);
+    // What the query says of the same name is no fact of the connection. The host of other kinds of
+    // connection is a name that means something there only.
     if (!parts.host.empty() && connectionType()->view() == "Network") {
       params.set(kIPAddressParam, String::create(parts.host));
       if (parts.port > 0) params.set("Port", Number::integer(parts.port));
     }
-    setQuery(params, parts.resource);
     connectionParams_ = params.build();
   }
   return connectionParams_;

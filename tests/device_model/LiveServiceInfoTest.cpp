@@ -215,6 +215,10 @@ TEST(LiveServiceInfo, TellsTheFactsOfTheConnection) {
   EXPECT_EQ(params->count(), 5U);
   EXPECT_TRUE(
       device.resolved("usb://Acme/M1")->connectionParams()->objectForKey("IPAddress").isNil());
+  device.queue.parts.resource = "/?IPAddress=10.6.6.6&Port=x";
+  const RefPtr<Dictionary> contradicted = device.resolved()->connectionParams();
+  EXPECT_EQ(textOf(castTo<String>(contradicted->objectForKey(kIPAddressParam))), "10.0.0.5");
+  EXPECT_EQ(contradicted->objectForKey("Port").number().intValue(), 9100);
 }
 
 TEST(LiveServiceInfo, ReadsTheQueueOnceTheBackendHasAnswered) {
