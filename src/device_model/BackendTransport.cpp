@@ -1,5 +1,6 @@
 #include "device_model/BackendTransport.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace commandfilter {
@@ -50,32 +51,40 @@ std::optional<std::string> BackendTransport::deviceID() {
 }
 
 std::optional<SNMPEntry> BackendTransport::snmpRequest(BackendCommand command,
-                                                       const ObjectID& object) {
+                                                       const ObjectID& object, double timeout) {
   if (snmpFailed_) return std::nullopt;
   // The identifier goes with its final NUL.
   const std::string text = textOfObjectID(object);
   const std::optional<std::string> data =
-      request(command, std::string_view(text.c_str(), text.size() + 1), kRequestSeconds);
+      request(command, std::string_view(text.c_str(), text.size() + 1), timeout);
   std::optional<SNMPEntry> entry = data ? parseSNMPAnswer(*data) : std::nullopt;
   if (!entry) snmpFailed_ = true;
   return entry;
 }
 
 std::optional<std::string> BackendTransport::snmpValue(const ObjectID& object) {
-  std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGet, object);
+  std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGet, object, kRequestSeconds);
   // A missing object has an empty value.
   if (!entry || entry->identifier != object || entry->value.empty()) return std::nullopt;
   return std::move(entry->value);
 }
 
 std::vector<SNMPEntry> BackendTransport::snmpTable(const ObjectID& root) {
-  const Deadline deadline(kTableSeconds);
+  const Deadline deadline(tableSeconds_);
   std::vector<SNMPEntry> entries;
-  while (entries.size() < kMostEntries && deadline.secondsLeft() > 0) {
+  std::size_t bytes = 0;
+  while (entries.size() < kMostEntries && bytes < kMostBytes) {
     const ObjectID& last = entries.empty() ? root : entries.back().identifier;
-    std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGetNext, last);
+    const double left = deadline.secondsLeft();
+    if (left <= 0) {
+      snmpFailed_ = true;
+      break;
+    }
+    std::optional<SNMPEntry> entry =
+        snmpRequest(BackendCommand::SNMPGetNext, last, std::min(left, kRequestSeconds));
     // An agent at its end, or one that goes in circles, does not go on.
     if (!entry || !isBelow(entry->identifier, root) || entry->identifier <= last) break;
+    bytes += entry->value.size();
     entries.push_back(std::move(*entry));
   }
   return entries;

@@ -14,8 +14,8 @@
 namespace commandfilter {
 
 /// The questions that the backend beside this process can be asked. A device ID is asked for once
-/// in the life of the process. An SNMP request that fails ends all of them: a device without an
-/// agent would let each of them wait.
+/// in the life of the process. An SNMP request that fails, or a table that takes too long, ends all
+/// of them: a device without an agent would let each of them wait.
 class BackendTransport {
  public:
   /// How long a backend may take for the device ID: one that asks a device by SNMP needs five
@@ -24,11 +24,15 @@ class BackendTransport {
   /// How long it may take for one SNMP request, and for a whole table.
   static constexpr double kRequestSeconds = 10;
   static constexpr double kTableSeconds = 20;
-  /// How many entries a table may have; an agent may lie without end.
+  /// How many entries a table may have, and how many bytes their values; an agent may lie without
+  /// end.
   static constexpr std::size_t kMostEntries = 4096;
+  static constexpr std::size_t kMostBytes = std::size_t{1} << 20U;
 
-  explicit BackendTransport(std::unique_ptr<BackendMessages> messages)
-      : messages_(std::move(messages)) {}
+  /// `tableSeconds` is for tests.
+  explicit BackendTransport(std::unique_ptr<BackendMessages> messages,
+                            double tableSeconds = kTableSeconds)
+      : messages_(std::move(messages)), tableSeconds_(tableSeconds) {}
 
   /// The device ID as the device sent it; none when there is none.
   [[nodiscard]] std::optional<std::string> deviceID();
@@ -41,10 +45,11 @@ class BackendTransport {
   /// The data of the answer to this request, which alone is taken for it; none when it fails.
   [[nodiscard]] std::optional<std::string> request(BackendCommand command, std::string_view data,
                                                    double timeout);
-  [[nodiscard]] std::optional<SNMPEntry> snmpRequest(BackendCommand command,
-                                                     const ObjectID& object);
+  [[nodiscard]] std::optional<SNMPEntry> snmpRequest(BackendCommand command, const ObjectID& object,
+                                                     double timeout);
 
   std::unique_ptr<BackendMessages> messages_;
+  double tableSeconds_;
   std::optional<std::optional<std::string>> deviceID_;
   bool snmpFailed_ = false;
 };

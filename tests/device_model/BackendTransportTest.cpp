@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "Doubles.h"
 
 namespace commandfilter {
@@ -129,6 +134,38 @@ TEST(BackendTransport, EndsATableThatDoesNot) {
         {7, BackendMessages::kOK, textOfObjectID({1, 3, 6, 1, static_cast<std::uint32_t>(i)})});
   }
   EXPECT_EQ(device.transport.snmpTable(kObject).size(), BackendTransport::kMostEntries);
+}
+
+TEST(BackendTransport, EndsATableWhoseValuesTakeTooMuchRoom) {
+  ScriptedDevice device;
+  device.backend.objects.emplace();
+  const std::string large = '\0' + std::string(65'000, 'x');
+  for (std::uint32_t i = 0; i < 1000; ++i) {
+    device.backend.late.push_back(
+        {7, BackendMessages::kOK, textOfObjectID({1, 3, 6, 1, i}) + large});
+  }
+  EXPECT_EQ(device.transport.snmpTable(kObject).size(), 17U);
+}
+
+TEST(BackendTransport, GivesATableNoMoreThanItsTime) {
+  ScriptedDevice device;
+  EXPECT_THAT(device.transport.snmpTable(kObject), IsEmpty());
+  EXPECT_THAT(device.backend.timeouts, ElementsAre(BackendTransport::kRequestSeconds));
+  testing::BackendScript script;
+  script.objects = testing::BackendScript::Objects{{".1.3.6.1.1", "a"}};
+  constexpr double kShort = 5;
+  BackendTransport hasty(std::make_unique<testing::ScriptedMessages>(script), kShort);
+  EXPECT_EQ(hasty.snmpTable(kObject).size(), 1U);
+  EXPECT_THAT(script.timeouts, ::testing::Each(::testing::Le(kShort)));
+}
+
+TEST(BackendTransport, AsksNoFurtherWhenATableTookTooLong) {
+  testing::BackendScript script;
+  script.objects = testing::BackendScript::Objects{{".1.3.6.1", "a"}};
+  BackendTransport late(std::make_unique<testing::ScriptedMessages>(script), 0);
+  EXPECT_THAT(late.snmpTable(kObject), IsEmpty());
+  EXPECT_EQ(late.snmpValue(kObject), std::nullopt);
+  EXPECT_THAT(script.requests, IsEmpty());
 }
 
 TEST(BackendTransport, TakesRubbishForNoAgent) {
