@@ -1,6 +1,8 @@
 #include "device_model/CupsQueueFacts.h"
 
+#include <cups/cups.h>
 #include <cups/ppd.h>
+#include <sys/socket.h>
 
 #include <array>
 #include <memory>
@@ -31,6 +33,12 @@ struct PPDFunctions {
 };
 
 struct IPPFunctions {
+  decltype(&cupsServer) server = cupsFunction<decltype(server)>("cupsServer");
+  decltype(&ippPort) port = cupsFunction<decltype(port)>("ippPort");
+  decltype(&cupsEncryption) encryption = cupsFunction<decltype(encryption)>("cupsEncryption");
+  decltype(&httpConnect2) connect = cupsFunction<decltype(connect)>("httpConnect2");
+  decltype(&httpSetTimeout) setTimeout = cupsFunction<decltype(setTimeout)>("httpSetTimeout");
+  decltype(&httpClose) close = cupsFunction<decltype(close)>("httpClose");
   decltype(&httpAssembleURIf) assemble = cupsFunction<decltype(assemble)>("httpAssembleURIf");
   decltype(&ippNewRequest) newRequest = cupsFunction<decltype(newRequest)>("ippNewRequest");
   decltype(&ippAddString) addString = cupsFunction<decltype(addString)>("ippAddString");
@@ -45,10 +53,12 @@ struct IPPFunctions {
   decltype(&ippGetResolution) resolution = cupsFunction<decltype(resolution)>("ippGetResolution");
 
   [[nodiscard]] bool areComplete() const noexcept {
-    return assemble != nullptr && newRequest != nullptr && addString != nullptr &&
-           addStrings != nullptr && doRequest != nullptr && deleteMessage != nullptr &&
-           find != nullptr && count != nullptr && tag != nullptr && integer != nullptr &&
-           string != nullptr && resolution != nullptr;
+    return server != nullptr && port != nullptr && encryption != nullptr && connect != nullptr &&
+           setTimeout != nullptr && close != nullptr && assemble != nullptr &&
+           newRequest != nullptr && addString != nullptr && addStrings != nullptr &&
+           doRequest != nullptr && deleteMessage != nullptr && find != nullptr &&
+           count != nullptr && tag != nullptr && integer != nullptr && string != nullptr &&
+           resolution != nullptr;
   }
 };
 
@@ -72,8 +82,17 @@ std::string textOfValue(const IPPFunctions& ipp, ipp_attribute_t* attribute, int
   }
 }
 
-QueueAttributes requestAttributes(const IPPFunctions& ipp, const std::string& queue) {
+QueueAttributes requestAttributes(const IPPFunctions& ipp, const std::string& queue,
+                                  double seconds) {
   QueueAttributes attributes;
+  constexpr double kMillisecondsInSecond = 1000;
+  // Not the library's own connection, which waits without end for a scheduler that hangs.
+  const std::unique_ptr<http_t, decltype(ipp.close)> connection(
+      ipp.connect(ipp.server(), ipp.port(), nullptr, AF_UNSPEC, ipp.encryption(), 1,
+                  static_cast<int>(seconds * kMillisecondsInSecond), nullptr),
+      ipp.close);
+  if (!connection) return attributes;
+  ipp.setTimeout(connection.get(), seconds, nullptr, nullptr);
   std::array<char, HTTP_MAX_URI> uri{};
   if (ipp.assemble(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr,
                    "localhost", 0, "/printers/%s", queue.c_str()) != HTTP_URI_STATUS_OK) {
@@ -85,7 +104,7 @@ QueueAttributes requestAttributes(const IPPFunctions& ipp, const std::string& qu
                  static_cast<int>(kRequested.size()), nullptr, kRequested.data());
   // The call takes the request over.
   const std::unique_ptr<ipp_t, decltype(ipp.deleteMessage)> answer(
-      ipp.doRequest(CUPS_HTTP_DEFAULT, request, "/"), ipp.deleteMessage);
+      ipp.doRequest(connection.get(), request, "/"), ipp.deleteMessage);
   if (!answer) return attributes;
   for (const char* name : kRequested) {
     ipp_attribute_t* found = ipp.find(answer.get(), name, IPP_TAG_ZERO);
@@ -116,7 +135,7 @@ const QueueAttributes& CupsQueueFacts::attributes() {
   const std::optional<std::string> queue = ProcessInfo::environmentValue("PRINTER");
   if (!queue) return *attributes_;
   static const IPPFunctions ipp;
-  if (ipp.areComplete()) attributes_ = requestAttributes(ipp, *queue);
+  if (ipp.areComplete()) attributes_ = requestAttributes(ipp, *queue, seconds_);
   return *attributes_;
 }
 

@@ -11,11 +11,19 @@ namespace commandfilter {
 /// "PRINTER". libcups is loaded by the first question that needs it.
 class CupsQueueFacts final : public QueueFacts {
  public:
+  /// How long the scheduler may take to connect, and for each part of its answer. It is on the same
+  /// machine, so one that takes longer hangs.
+  static constexpr double kSeconds = 10;
+
+  /// `seconds` is for tests.
+  explicit CupsQueueFacts(double seconds = kSeconds) noexcept : seconds_(seconds) {}
+
   [[nodiscard]] std::string ppdAttribute(const char* name) override;
   [[nodiscard]] const QueueAttributes& attributes() override;
   [[nodiscard]] URIParts partsOfURI(const std::string& uri) override;
 
  private:
+  double seconds_;
   std::optional<QueueAttributes> attributes_;
 };
 

@@ -1,10 +1,14 @@
 #include "device_model/CupsQueueFacts.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 #include <cstdlib>
 #include <string>
 
+#include "InChild.h"
+#include "runtime/FileDescriptor.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
 
@@ -50,6 +54,25 @@ TEST_F(CupsQueue, HasNoAttributesWithoutAScheduler) {
   setenv("PRINTER", "queue", 1);
   setenv("CUPS_SERVER", (folder_.path() / "socket").c_str(), 1);
   EXPECT_TRUE(other.attributes().empty());
+}
+
+TEST_F(CupsQueue, HasNoAttributesWhenTheSchedulerHangs) {
+  // It accepts connections and says nothing.
+  const FileDescriptor scheduler(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  const std::string path = folder_.path() / "socket";
+  ASSERT_LT(path.size(), sizeof address.sun_path);
+  path.copy(static_cast<char*>(address.sun_path), path.size());
+  ASSERT_EQ(bind(scheduler.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(scheduler.get(), 1), 0);
+  setenv("PRINTER", "queue", 1);
+  setenv("CUPS_SERVER", path.c_str(), 1);
+  testing::runInChild([] {
+    constexpr double kShort = 0.05;
+    CupsQueueFacts facts(kShort);
+    EXPECT_TRUE(facts.attributes().empty());
+  });
 }
 
 TEST_F(CupsQueue, TakesURIsApart) {
