@@ -1,17 +1,23 @@
 // The program with the device-model framework in its bundle.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/types.h>
 
+#include <csignal>
 #include <filesystem>
+#include <future>
 #include <string>
+#include <utility>
 
 #include "process/FilterApplication.h"
+#include "support/BackendDouble.h"
 #include "support/File.h"
 
 namespace commandfilter {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::BackendDouble;
 using testing::FilterApplication;
 using ::testing::HasSubstr;
 using testing::Job;
@@ -71,6 +77,65 @@ TEST_F(DeviceModel, GivesNothingForADeviceThatCannotBeUsed) {
     EXPECT_EQ(outcome.output, "") << entries;
     EXPECT_EQ(outcome.errors, "") << entries;
   }
+}
+
+// A device that the framework reaches by itself, with its backend beside the job.
+class DeviceWithBackend : public DeviceModel {
+ protected:
+  DeviceWithBackend() {
+    addFramework();
+    job_.environment["DEVICE_URI"] = "usb://Acme/M1";
+  }
+  Outcome runWith(BackendDouble::Answer answer) {
+    BackendDouble backend(std::move(answer), SOCK_STREAM);
+    job_.sideChannel = backend.filterEnd();
+    Outcome outcome = application_.run(job_);
+    requests_ = backend.finish();
+    EXPECT_EQ(outcome.errors, "");
+    return outcome;
+  }
+
+  Job job_{"#CUPS-COMMAND\n"};
+  std::string requests_;
+};
+constexpr int kGetDeviceID = 4;
+constexpr int kOK = 1;
+
+TEST_F(DeviceWithBackend, EndsWithWhatItSpeaksAfterOneRequest) {
+  const auto identify = [](const std::string& identifier) {
+    return [identifier](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, identifier); };
+  };
+  EXPECT_EQ(runWith(identify("MFG:A\xFC;CMD:PCL,LDL;")).output, kPacket);
+  EXPECT_EQ(requests_, std::string(1, kGetDeviceID));
+  EXPECT_EQ(runWith(identify("DES:" + std::string(20'000, 'x') + ";CMD:LDL;")).output, kPacket);
+  EXPECT_EQ(requests_, std::string(1, kGetDeviceID));
+  EXPECT_EQ(runWith(identify("MFG:A;CMD:PCL;")).output, std::string(1024, '\0'));
+}
+
+TEST_F(DeviceWithBackend, EndsWithNothingWhenTheBackendHasNoDeviceID) {
+  for (const int status : {0, 1, 2, 3, 4, 5, 6, 7, 99, -1}) {
+    const Outcome outcome =
+        runWith([status](BackendDouble& self, int) { self.send(kGetDeviceID, status); });
+    EXPECT_EQ(outcome.status, 0) << status;
+    EXPECT_EQ(outcome.output, "") << status;
+  }
+  for (const std::string& message :
+       {std::string("\x04"), std::string("\x04\x01\xFF\xFFx", 5), std::string("\xFF\x01\0\0", 4)}) {
+    const Outcome outcome =
+        runWith([&message](BackendDouble& self, int) { self.sendRaw(message); });
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "");
+  }
+  EXPECT_EQ(runWith([](BackendDouble& self, int) { self.die(); }).status, 0);
+}
+
+TEST_F(DeviceWithBackend, EndsAtOnceWhenItIsCancelledWhileItWaits) {
+  std::promise<pid_t> started;
+  std::future<pid_t> process = started.get_future();
+  job_.started = [&](pid_t child) { started.set_value(child); };
+  const Outcome outcome = runWith([&](BackendDouble&, int) { kill(process.get(), SIGTERM); });
+  EXPECT_EQ(outcome.signal, SIGTERM);
+  EXPECT_EQ(outcome.output, "");
 }
 
 TEST_F(DeviceModel, MayBeMissing) {
