@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "Doubles.h"
+#include "InChild.h"
 #include "TestValues.h"
+#include "device_model/DescribedServiceFactories.h"
 #include "runtime/Cast.h"
 #include "runtime/ClassRegistry.h"
 #include "runtime/Comparison.h"
@@ -102,6 +104,44 @@ TEST_F(SimulatedDevice, IsNotTalkedAboutOnceItIsRemoved) {
   info->removeFromRunLoop_forMode(*loop, *mode);
   EXPECT_FALSE(loop->runMode_beforeDate(*mode, RunLoop::dateAfter(0.4)));
   EXPECT_THAT(delegate->calls, IsEmpty());
+}
+
+TEST_F(SimulatedDevice, TellsOnceHoweverOftenItIsScheduled) {
+  const Ref<SimulatedServiceInfo> info =
+      device("<key>Resolution</key><dict><key>Delay</key><real>0.01</real></dict>");
+  const Ref<RecordingDelegate> delegate = make<RecordingDelegate>();
+  const Ref<RunLoop> loop = RunLoop::currentRunLoop();
+  const Ref<String> first = String::create("FIRST_MODE");
+  const Ref<String> second = String::create("SECOND_MODE");
+  const Ref<String> third = String::create("THIRD_MODE");
+  info->setDelegate(delegate.get());
+  for (const Ref<String>& mode : {first, second, third}) {
+    info->scheduleInRunLoop_forMode(*loop, *mode);
+  }
+  info->resolveWithTimeout(30);
+  info->removeFromRunLoop_forMode(*loop, *first);
+  EXPECT_FALSE(loop->runMode_beforeDate(*first, RunLoop::dateAfter(0.4)));
+  while (loop->runMode_beforeDate(*second, RunLoop::dateAfter(0.4))) {
+  }
+  EXPECT_THAT(delegate->calls, ElementsAre("resolved"));
+  // Nothing is left to wait for in the other mode.
+  EXPECT_FALSE(loop->runMode_beforeDate(*third, RunLoop::dateAfter(0.4)));
+  EXPECT_THAT(delegate->calls, ElementsAre("resolved"));
+}
+
+TEST_F(SimulatedDevice, MayLetItsDelegateGoWithIt) {
+  RefPtr<SimulatedServiceInfo> info =
+      device("<key>Resolution</key><dict><key>Delay</key><real>0.01</real></dict>");
+  const Ref<RecordingDelegate> delegate = make<RecordingDelegate>();
+  const Ref<RunLoop> loop = RunLoop::currentRunLoop();
+  const Ref<String> mode = String::create("TEST_MODE");
+  delegate->then = [&](ADMServiceInfo& /*ended*/) { info = nullptr; };
+  info->setDelegate(delegate.get());
+  info->scheduleInRunLoop_forMode(*loop, *mode);
+  info->resolveWithTimeout(30);
+  while (loop->runMode_beforeDate(*mode, RunLoop::dateAfter(0.4))) {
+  }
+  EXPECT_THAT(delegate->calls, ElementsAre("resolved"));
 }
 
 TEST_F(SimulatedDevice, FailsWhenItsDescriptionSaysSo) {
@@ -213,6 +253,23 @@ TEST_F(SimulatedDevice, MakesFactoriesForServicesOfOtherNames) {
   resolve(*other);
   EXPECT_TRUE(sendToClass(*factory, make, {other}).isNil());
   EXPECT_TRUE(sendToClass(*factory, make, {Value()}).isNil());
+}
+
+TEST_F(SimulatedDevice, MakesFactoriesForSoManyServicesOnly) {
+  std::string services = "<key></key><dict/>";
+  for (int i = 0; i < 3 * DescribedServiceFactories::kMost; ++i) {
+    services += "<key>Many" + std::to_string(i) + "</key><dict/>";
+  }
+  const Ref<SimulatedServiceInfo> info =
+      device("<key>StatusServices</key><dict>" + services + "</dict>");
+  testing::runInChild([&info, this] {
+    EXPECT_THAT(resolve(*info), ElementsAre("resolved"));
+    EXPECT_NE(classNamed("ADMMany0ServiceFactory"), nullptr);
+    EXPECT_EQ(classNamed("ADMServiceFactory"), nullptr);
+    EXPECT_EQ(
+        classNamed("ADMMany" + std::to_string(DescribedServiceFactories::kMost) + "ServiceFactory"),
+        nullptr);
+  });
 }
 
 }  // namespace
