@@ -76,6 +76,13 @@ TEST_F(CommandJob, ShowsTheExecutorsAnswerInTheLog) {
   EXPECT_THAT(log(), Contains("echo answers: Echo"));
 }
 
+TEST_F(CommandJob, EndsWithoutAByteForADeviceThatNobodyKnows) {
+  product_.removeDeviceModel();
+  product_.addPlugIn("Echo", {"Echo"});
+  EXPECT_EQ(printCommands("Echo\n"), "completed");
+  EXPECT_EQ(readFile(record_), "");
+}
+
 TEST_F(CommandJob, ReadsStandardInputBehindAnotherFilter) {
   product_.addPlugIn("Echo", {"Echo"});
   writeFile(commandFile(), std::string(kHeader) + "Echo\n");

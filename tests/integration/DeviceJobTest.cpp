@@ -1,98 +1,239 @@
-// Jobs with a backend that knows its device, and with others.
+// Command jobs for devices that our own backend plays, under the names of real ones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
-#include "InstalledProduct.h"
-#include "PrivateScheduler.h"
+#include "TestBundles.h"
+#include "integration/InstalledProduct.h"
+#include "integration/PrivateScheduler.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
 
 namespace commandfilter::testing {
 namespace {
 
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
 const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
 const std::string kZeros(1024, '\0');
+constexpr std::string_view kRequest = "request GET_DEVICE_ID";
+constexpr std::string_view kSpeaksLDL = "GET_DEVICE_ID OK MFG:Acme;MDL:M1;CMD:PCL,LDL;\n";
 
 class DeviceJob : public ::testing::Test {
  protected:
   DeviceJob() { scheduler_.addFilter(product_.filter()); }
 
-  // Prints a job without commands to a backend with this script; what the backend got. The PPD has
-  // this device ID, or none.
-  std::string print(std::string_view script, std::string_view identifier = {}) {
-    const std::string queue = "queue" + std::to_string(++queues_);
-    const std::filesystem::path ppd = folder_.path() / (queue + ".ppd");
-    writeFile(ppd, ppdWith(identifier));
-    const std::filesystem::path record = scheduler_.addRecordingQueue(queue, ppd);
-    writeFile(record.string() + ".script", script);
-    writeFile(folder_.path() / "commands", "#CUPS-COMMAND\n");
-    state_ = scheduler_.wait(scheduler_.submit(queue, folder_.path() / "commands"));
-    events_ = readFile(record.string() + ".events");
-    return readFile(record);
+  // Adds a queue whose backend is installed for the scheme and answers as the script says. What is
+  // to be found in the device's URI is in the queue's name.
+  void addDevice(const std::string& scheme, std::string_view script,
+                 const std::string& queue = "queue") {
+    queue_ = queue;
+    record_ = scheduler_.addRecordingQueue(queue, PrivateScheduler::ppd(), scheme);
+    writeFile(record_.string() + ".script", script);
   }
-  static std::string ppdWith(std::string_view identifier) {
-    std::string ppd = readFile(PrivateScheduler::ppd());
-    const std::string_view key = "*1284DeviceID: ";
-    const std::size_t start = ppd.find(key);
-    const std::size_t end = ppd.find('\n', start) + 1;
-    std::string line;
-    if (!identifier.empty()) line.append(key).append("\"").append(identifier).append("\"\n");
-    return ppd.replace(start, end - start, line);
+  void submit(std::string_view commands = "") {
+    writeFile(folder_.path() / "commands", std::string("#CUPS-COMMAND\n").append(commands));
+    job_ = scheduler_.submit(queue_, folder_.path() / "commands");
   }
-  [[nodiscard]] std::size_t requests() const {
-    std::size_t count = 0;
-    for (std::size_t at = events_.find("request "); at != std::string::npos;
-         at = events_.find("request ", at + 1)) {
-      ++count;
+  // Submits the commands and waits; gives the job's state.
+  std::string print(std::string_view commands = "") {
+    submit(commands);
+    return scheduler_.wait(job_);
+  }
+  // What the last job brought to the backend.
+  [[nodiscard]] std::string received() const { return readFile(record_); }
+  // The requests that the backend got in the last job.
+  [[nodiscard]] std::vector<std::string> requests() const {
+    std::istringstream lines(readFile(record_.string() + ".events"));
+    std::vector<std::string> found;
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("request")) found.push_back(line);
     }
-    return count;
+    return found;
+  }
+  // The texts of the job's lines in the error log.
+  std::vector<std::string> log() {
+    std::vector<std::string> lines;
+    for (const PrivateScheduler::LogLine& line : scheduler_.log(job_)) lines.push_back(line.text);
+    return lines;
   }
 
   TemporaryFolder folder_;
   InstalledProduct product_{folder_.path() / "prefix"};
   PrivateScheduler scheduler_;
-  int queues_ = 0;
-  std::string state_;
-  std::string events_;
+  std::string queue_;
+  std::filesystem::path record_;
+  int job_ = 0;
 };
 
 TEST_F(DeviceJob, EndsWithThePacketForAPrinterThatSpeaksLDL) {
-  EXPECT_EQ(print("GET_DEVICE_ID OK MFG:Acme;COMMAND SET:PCL, LDL\n", "MFG:PPD;CMD:PS;"), kPacket);
-  EXPECT_EQ(state_, "completed");
-  EXPECT_EQ(requests(), 1U) << events_;
+  addDevice("riousbprint", kSpeaksLDL);
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
 }
 
-TEST_F(DeviceJob, EndsWithZerosForAnother) {
-  EXPECT_EQ(print("GET_DEVICE_ID OK MFG:Acme;CMD:PCL;\n", "CMD:LDL;"), kZeros);
-  EXPECT_EQ(requests(), 1U) << events_;
+TEST_F(DeviceJob, EndsWithZerosForAPrinterThatDoesNot) {
+  addDevice("riousbprint", "GET_DEVICE_ID OK MFG:Acme;MDL:M1;CMD:PCL;\n");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kZeros);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
 }
 
-TEST_F(DeviceJob, TakesTheDeviceIDOfThePPDWhenTheBackendHasNone) {
-  for (const char* script : {"", "GET_DEVICE_ID IO_ERROR\n", "GET_DEVICE_ID OK\n",
-                             "GET_DEVICE_ID TOO_BIG\n", "GET_DEVICE_ID 99 CMD:PCL;\n"}) {
-    EXPECT_EQ(print(script, "CMD:LDL;"), kPacket) << script;
-    EXPECT_EQ(state_, "completed");
-    EXPECT_EQ(requests(), 1U) << events_;
+TEST_F(DeviceJob, AsksForTheDeviceIDOnceHoweverOftenItIsWanted) {
+  product_.addPlugIn("DeviceReport", {"Report identity"});
+  addDevice("riousbprint", kSpeaksLDL);
+  EXPECT_EQ(print("Report identity\nReport identity\n"), "completed");
+  EXPECT_THAT(log(), Contains("device ID = MFG:Acme;MDL:M1;CMD:PCL,LDL;").Times(2));
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+}
+
+TEST_F(DeviceJob, ReachesPrintersOfServiceDiscoveryOverTheSideChannel) {
+  for (const char* scheme : {"dnssd", "mdns"}) {
+    addDevice(scheme, kSpeaksLDL, std::string(scheme) + "._riousbprint");
+    EXPECT_EQ(print(), "completed") << scheme;
+    EXPECT_EQ(received(), kPacket) << scheme;
+    EXPECT_THAT(requests(), ElementsAre(kRequest)) << scheme;
+    // No other source speaks for a device that is reached there and does not answer.
+    writeFile(record_.string() + ".script", "");
+    EXPECT_EQ(print(), "completed") << scheme;
+    EXPECT_EQ(received(), "") << scheme;
   }
 }
 
-TEST_F(DeviceJob, ReadsALongDeviceIDInOneGo) {
-  EXPECT_EQ(print("GET_DEVICE_ID size=5000 OK CMD:LDL;DES:\n"), kPacket);
-  EXPECT_EQ(requests(), 1U) << events_;
+TEST_F(DeviceJob, TakesTheQueuesDeviceIDForOtherServicesWithoutOne) {
+  addDevice("dnssd", "", "dnssd._ipp");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kZeros);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+  writeFile(record_.string() + ".script", kSpeaksLDL);
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
 }
 
-TEST_F(DeviceJob, EndsWithoutAByteForADeviceThatNobodyKnows) {
-  EXPECT_EQ(print(""), "");
-  EXPECT_EQ(state_, "completed");
+TEST_F(DeviceJob, ReachesBluetoothPrintersThereUnderANewSystem) {
+  product_.setSystemVersion("10.6.3");
+  addDevice("bluetooth", kSpeaksLDL);
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  writeFile(record_.string() + ".script", "");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), "");
+  // Under an older one the framework's own transport does, which knows the queue's device ID.
+  product_.setSystemVersion("10.6.2");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kZeros);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+}
+
+TEST_F(DeviceJob, WaitsForALateAnswer) {
+  addDevice("riousbprint", "GET_DEVICE_ID after=0.5 OK CMD:LDL;\n");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+}
+
+TEST_F(DeviceJob, MakesRoomForALongDeviceID) {
+  // Room for 2047 bytes, for 4095, for 8191.
+  addDevice("riousbprint", "GET_DEVICE_ID size=5000 OK CMD:LDL;DES:\n");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest, kRequest, kRequest));
+}
+
+TEST_F(DeviceJob, AsksAgainWhenTheBackendItselfLacksRoom) {
+  addDevice("riousbprint", "GET_DEVICE_ID TOO_BIG\nGET_DEVICE_ID OK CMD:LDL;\n");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), kPacket);
+  EXPECT_THAT(requests(), ElementsAre(kRequest, kRequest));
+}
+
+TEST_F(DeviceJob, CopesWithABackendThatAlwaysLacksRoom) {
+  addDevice("riousbprint", "GET_DEVICE_ID TOO_BIG\n");
+  EXPECT_EQ(print(), "completed");
+  EXPECT_EQ(received(), "");
+}
+
+TEST_F(DeviceJob, EndsWithNothingWithoutAFramework) {
+  product_.removeDeviceModel();
+  product_.addPlugIn("DeviceReport", {"Report identity"});
+  addDevice("riousbprint", kSpeaksLDL);
+  EXPECT_EQ(print("Report identity\n"), "completed");
+  EXPECT_THAT(log(), Contains("no framework"));
+  EXPECT_EQ(received(), "");
+  EXPECT_THAT(requests(), IsEmpty());
+}
+
+TEST_F(DeviceJob, EndsWithNothingForAnAnswerThatIsNoDeviceID) {
+  for (const char* answer :
+       {"IO_ERROR", "NO_RESPONSE", "NOT_IMPLEMENTED", "NONE CMD:LDL;", "99 CMD:LDL;", "OK"}) {
+    addDevice("riousbprint", std::string("GET_DEVICE_ID ").append(answer).append("\n"));
+    EXPECT_EQ(print(), "completed") << answer;
+    EXPECT_EQ(received(), "") << answer;
+    EXPECT_THAT(requests(), ElementsAre(kRequest)) << answer;
+  }
+}
+
+TEST_F(DeviceJob, ReadsADeviceIDThatIsNotUTF8) {
+  product_.addPlugIn("DeviceReport", {"Report identity"});
+  addDevice("riousbprint", "GET_DEVICE_ID OK MFG:Acme;MDL:B\\xFCro;CMD:LDL;\\x00rest\n");
+  EXPECT_EQ(print("Report identity\n"), "completed");
+  EXPECT_THAT(log(), Contains("device ID = MFG:Acme;MDL:Büro;CMD:LDL;"));
+  EXPECT_EQ(received(), kPacket);
 }
 
 TEST_F(DeviceJob, OutlivesABackendThatDies) {
-  EXPECT_EQ(print("GET_DEVICE_ID exit 0\n"), "");
-  EXPECT_EQ(state_, "completed");
+  product_.addPlugIn("Echo", {"Echo"});
+  addDevice("riousbprint", "GET_DEVICE_ID kill 9\n");
+  print("Echo\n");
+  EXPECT_EQ(received(), "");
+  EXPECT_THAT(log(), Contains("echo answers: Echo"));
+  EXPECT_THAT(log(), Contains(HasSubstr("commandfilter) exited with no errors")));
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+}
+
+TEST_F(DeviceJob, EndsAtOnceWhenItIsCancelledWhileTheDeviceIsSilent) {
+  addDevice("riousbprint", "GET_DEVICE_ID silence\n");
+  submit();
+  const auto asked = [this] {
+    return std::filesystem::exists(record_.string() + ".events") && !requests().empty();
+  };
+  while (!asked()) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(scheduler_.client({"cancel", queue_ + "-" + std::to_string(job_)}).exitStatus, 0);
+  EXPECT_EQ(scheduler_.wait(job_), "canceled");
+  EXPECT_EQ(received(), "");
+  // It did not live to ask again.
+  EXPECT_THAT(requests(), ElementsAre(kRequest));
+}
+
+TEST_F(DeviceJob, EndsWithThePacketForASimulatedDevice) {
+  product_.addPlugIn("DeviceReport", {"Report identity"});
+  const std::filesystem::path description = folder_.path() / "device.plist";
+  writeFile(description, propertyList("<dict><key>DeviceID</key><string>MFG:Acme;CMD:LDL;</string>"
+                                      "<key>ModelName</key><string>M1</string></dict>"));
+  // The scheme needs a backend, which has nothing to do with the device.
+  record_ = std::filesystem::path(scheduler_.variable("RECORDS")) / "simulated";
+  const std::filesystem::path backend = folder_.path() / "backend";
+  writeFile(backend, "#!/bin/sh\nexec cat >'" + record_.string() + "'\n");
+  std::filesystem::permissions(backend, std::filesystem::perms(0755));
+  scheduler_.addBackend(backend, "simulated");
+  queue_ = "simulated";
+  scheduler_.addQueue(queue_, "simulated://" + description.string(), PrivateScheduler::ppd());
+  EXPECT_EQ(print("Report identity\n"), "completed");
+  EXPECT_THAT(log(), Contains("model = M1"));
+  EXPECT_EQ(received(), kPacket);
 }
 
 }  // namespace

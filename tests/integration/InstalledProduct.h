@@ -19,8 +19,14 @@ class InstalledProduct {
   [[nodiscard]] std::filesystem::path filter() const;
   /// Installs a copy of a test bundle, named without "Test", for these commands.
   void addPlugIn(std::string_view bundle, const std::vector<std::string>& commands) const;
+  /// Takes the device-model framework out of the application.
+  void removeDeviceModel() const;
+  /// Sets the version of the system that the filter takes itself to run under.
+  void setSystemVersion(std::string_view version) const;
 
  private:
+  [[nodiscard]] std::filesystem::path contents() const;
+
   std::filesystem::path prefix_;
 };
 

@@ -98,10 +98,11 @@ void PrivateScheduler::addQueue(const std::string& queue, const std::string& dev
   command({"add-queue", root().string(), queue, deviceUri, ppd.string()});
 }
 
-fs::path PrivateScheduler::addRecordingQueue(const std::string& queue, const fs::path& ppd) const {
+fs::path PrivateScheduler::addRecordingQueue(const std::string& queue, const fs::path& ppd,
+                                             const std::string& scheme) const {
   fs::path record = fs::path(variable("RECORDS")) / queue;
-  addBackend(RECORDING_BACKEND, "recording");
-  addQueue(queue, "recording://" + record.string(), ppd);
+  addBackend(RECORDING_BACKEND, scheme);
+  addQueue(queue, scheme + "://" + record.string(), ppd);
   return record;
 }
 

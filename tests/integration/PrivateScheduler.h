@@ -45,10 +45,12 @@ class PrivateScheduler {
   void addQueue(const std::string& queue, const std::string& deviceUri,
                 const std::filesystem::path& ppd) const;
 
-  /// Adds a queue with the recording backend; the path of its record. Beside the record the backend
-  /// finds its script (.script) and notes what happened (.events).
+  /// Adds a queue with the recording backend, installed for the scheme; the path of its record,
+  /// which bears the queue's name. Beside the record the backend finds its script (.script) and
+  /// notes what happened (.events).
   [[nodiscard]] std::filesystem::path addRecordingQueue(
-      const std::string& queue, const std::filesystem::path& ppd = PrivateScheduler::ppd()) const;
+      const std::string& queue, const std::filesystem::path& ppd = PrivateScheduler::ppd(),
+      const std::string& scheme = "recording") const;
 
   /// Submits a command file; the job's number. `options`: further arguments of lp.
   [[nodiscard]] int submit(const std::string& queue, const std::filesystem::path& file,
