@@ -11,8 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "integration/InstalledProduct.h"
-#include "integration/PrivateScheduler.h"
+#include "integration/JobFixture.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
 
@@ -39,35 +38,21 @@ std::vector<std::string> processesNaming(std::string_view text) {
   return found;
 }
 
-class CommandJob : public ::testing::Test {
+class CommandJob : public JobFixture {
  protected:
-  CommandJob() {
-    scheduler_.addFilter(product_.filter());
-    record_ = scheduler_.addRecordingQueue("queue");
-  }
+  CommandJob() : record_(scheduler_.addRecordingQueue("queue")) {}
 
   // Submits the text as a command file and waits; gives the job's state.
   std::string print(std::string_view text) {
-    writeFile(commandFile(), text);
-    job_ = scheduler_.submit("queue", commandFile());
-    return scheduler_.wait(job_);
+    submitText("queue", text);
+    return wait();
   }
   std::string printCommands(std::string_view lines) {
-    return print(std::string(kHeader).append(lines));
-  }
-  std::filesystem::path commandFile() const { return folder_.path() / "commands"; }
-  // The texts of the job's lines in the error log.
-  std::vector<std::string> log() {
-    std::vector<std::string> lines;
-    for (const PrivateScheduler::LogLine& line : scheduler_.log(job_)) lines.push_back(line.text);
-    return lines;
+    submit("queue", lines);
+    return wait();
   }
 
-  TemporaryFolder folder_;
-  InstalledProduct product_{folder_.path() / "prefix"};
-  PrivateScheduler scheduler_;
   std::filesystem::path record_;
-  int job_ = 0;
 };
 
 TEST_F(CommandJob, ShowsTheExecutorsAnswerInTheLog) {
@@ -85,8 +70,9 @@ TEST_F(CommandJob, EndsWithoutAByteForADeviceThatNobodyKnows) {
 
 TEST_F(CommandJob, ReadsStandardInputBehindAnotherFilter) {
   product_.addPlugIn("Echo", {"Echo"});
-  writeFile(commandFile(), std::string(kHeader) + "Echo\n");
-  job_ = scheduler_.submitCompressed("queue", commandFile());
+  const std::filesystem::path commandFile = folder_.path() / "commands";
+  writeFile(commandFile, std::string(kHeader) + "Echo\n");
+  job_ = scheduler_.submitCompressed("queue", commandFile);
   EXPECT_EQ(scheduler_.wait(job_), "completed");
   EXPECT_THAT(log(), Contains("echo answers: Echo"));
   // The scheduler's own words: it put the other filter in front.

@@ -11,10 +11,8 @@
 #include <vector>
 
 #include "TestBundles.h"
-#include "integration/InstalledProduct.h"
-#include "integration/PrivateScheduler.h"
+#include "integration/JobFixture.h"
 #include "support/File.h"
-#include "support/TemporaryFolder.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -24,15 +22,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
-const std::string kZeros(1024, '\0');
 constexpr std::string_view kRequest = "request GET_DEVICE_ID";
 constexpr std::string_view kSpeaksLDL = "GET_DEVICE_ID OK MFG:Acme;MDL:M1;CMD:PCL,LDL;\n";
 
-class DeviceJob : public ::testing::Test {
+class DeviceJob : public JobFixture {
  protected:
-  DeviceJob() { scheduler_.addFilter(product_.filter()); }
-
   // Adds a queue whose backend is installed for the scheme and answers as the script says. What is
   // to be found in the device's URI is in the queue's name.
   void addDevice(const std::string& scheme, std::string_view script,
@@ -41,14 +35,10 @@ class DeviceJob : public ::testing::Test {
     record_ = scheduler_.addRecordingQueue(queue, PrivateScheduler::ppd(), scheme);
     writeFile(record_.string() + ".script", script);
   }
-  void submit(std::string_view commands = "") {
-    writeFile(folder_.path() / "commands", std::string("#CUPS-COMMAND\n").append(commands));
-    job_ = scheduler_.submit(queue_, folder_.path() / "commands");
-  }
   // Submits the commands and waits; gives the job's state.
   std::string print(std::string_view commands = "") {
-    submit(commands);
-    return scheduler_.wait(job_);
+    submit(queue_, commands);
+    return wait();
   }
   // What the last job brought to the backend.
   [[nodiscard]] std::string received() const { return readFile(record_); }
@@ -61,19 +51,9 @@ class DeviceJob : public ::testing::Test {
     }
     return found;
   }
-  // The texts of the job's lines in the error log.
-  std::vector<std::string> log() {
-    std::vector<std::string> lines;
-    for (const PrivateScheduler::LogLine& line : scheduler_.log(job_)) lines.push_back(line.text);
-    return lines;
-  }
 
-  TemporaryFolder folder_;
-  InstalledProduct product_{folder_.path() / "prefix"};
-  PrivateScheduler scheduler_;
   std::string queue_;
   std::filesystem::path record_;
-  int job_ = 0;
 };
 
 TEST_F(DeviceJob, EndsWithThePacketForAPrinterThatSpeaksLDL) {
@@ -206,13 +186,13 @@ TEST_F(DeviceJob, OutlivesABackendThatDies) {
 
 TEST_F(DeviceJob, EndsAtOnceWhenItIsCancelledWhileTheDeviceIsSilent) {
   addDevice("riousbprint", "GET_DEVICE_ID silence\n");
-  submit();
+  submit(queue_);
   const auto asked = [this] {
     return std::filesystem::exists(record_.string() + ".events") && !requests().empty();
   };
   while (!asked()) std::this_thread::sleep_for(std::chrono::milliseconds(20));
   EXPECT_EQ(scheduler_.client({"cancel", queue_ + "-" + std::to_string(job_)}).exitStatus, 0);
-  EXPECT_EQ(scheduler_.wait(job_), "canceled");
+  EXPECT_EQ(wait(), "canceled");
   EXPECT_EQ(received(), "");
   // It did not live to ask again.
   EXPECT_THAT(requests(), ElementsAre(kRequest));

@@ -88,7 +88,10 @@ class DeviceReportExecutor final : public TestExecutor<DeviceReportExecutor> {
     const Value status = core.newStatusFactory()->interfaceForProtocol_serviceInfo(
         ADMDeviceStatus::kProtocol, serviceInfo);
     report("state", ask(status, "deviceState"));
-    report("reasons", ask(status, "deviceSubstate"));
+    const Value reasons = ask(status, "deviceSubstate");
+    if (const auto* all = castTo<Array>(reasons)) {
+      for (const Value& reason : *all) report("reason", reason);
+    }
     report("serial number", ask(status, "deviceSerialNumber"));
     report("name", ask(status, "humanReadableModelName"));
   }
