@@ -82,7 +82,10 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   ADMStatusServiceProxy(Ref<ADMStatusServiceCreator> creator, Ref<String> serviceName);
   ~ADMStatusServiceProxy() override;
 
+  /// The key of a path; made once for a path that somebody keeps.
   [[nodiscard]] Value keyOfPath(const Array& components);
+  /// `cacheKeyForInvocation` as a value; made once for a message without argument or about a text.
+  [[nodiscard]] Value keyOfInvocation(const Invocation& invocation) const;
   [[nodiscard]] RecentKeys& recentKeys() const;
 
   Ref<ADMStatusServiceCreator> serviceCreator_;

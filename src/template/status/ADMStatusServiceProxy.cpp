@@ -1,0 +1,211 @@
+#include "template/status/ADMStatusServiceProxy.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "runtime/Description.h"
+#include "runtime/Send.h"
+#include "runtime/SizeLimits.h"
+#include "template/status/RecentKeys.h"
+
+namespace commandfilter {
+
+namespace {
+
+constexpr auto kProxyProtocols = conformances<ADMStatusServiceProxy, ADMFeaturePathSource>();
+constexpr std::array kProxyMethods{
+    method<&ADMStatusServiceProxy::realServiceObject>("realServiceObject"),
+    method<&ADMStatusServiceProxy::cache>("cache"),
+};
+
+constexpr std::string_view kObjectType = "@";
+// The receiver and the selector come before a message's own arguments.
+constexpr std::size_t kHidden = 2;
+
+Value joinComponents(const Array& components) {
+  std::string text;
+  for (std::size_t i = 0; i < components.count(); ++i) {
+    if (i != 0) text.push_back('#');
+    appendDescription(text, components[i]);
+    checkTextSize(text.size());
+  }
+  return String::create(std::move(text));
+}
+
+Value keyOfMessage(const Selector& selector, const Value& argument) {
+  std::string text = "@" + selector.name();
+  if (!argument.isNil()) appendDescription(text, argument);
+  return String::create(std::move(text));
+}
+
+// True when the service answers the question, and its answer is NO.
+bool refuses(const Value& service, const Selector& question,
+             std::initializer_list<Value> arguments) {
+  if (!respondsToSelector(service, question)) return false;
+  const Value answer = send(service, question, arguments);
+  return answer.isNumber() ? !answer.number().boolValue() : answer.isNil();
+}
+
+Value fail(RefPtr<String>* errorInfo, std::string_view reason) {
+  if (errorInfo != nullptr) *errorInfo = String::create(std::string(reason));
+  return {};
+}
+
+// The answer of the service; the reason when it does not answer to the message.
+Value ask(const Value& service, const Selector& message, std::initializer_list<Value> arguments,
+          RefPtr<String>* errorInfo, std::string_view reason) {
+  if (!respondsToSelector(service, message)) return fail(errorInfo, reason);
+  return send(service, message, arguments);
+}
+
+}  // namespace
+
+constinit const Class ADMStatusServiceProxy::kClass{.name = "ADMStatusServiceProxy",
+                                                    .base = &Object::kClass,
+                                                    .protocols = kProxyProtocols,
+                                                    .methods = kProxyMethods};
+
+ADMStatusServiceProxy::ADMStatusServiceProxy(Ref<ADMStatusServiceCreator> creator,
+                                             Ref<String> serviceName)
+    : serviceCreator_(std::move(creator)), serviceName_(std::move(serviceName)) {}
+
+ADMStatusServiceProxy::~ADMStatusServiceProxy() = default;
+
+RefPtr<ADMStatusServiceProxy> ADMStatusServiceProxy::initWithServiceCreator_serviceName(
+    ADMStatusServiceCreator* creator, const String* serviceName) {
+  if (creator == nullptr || serviceName == nullptr) return nullptr;
+  return make<ADMStatusServiceProxy>(
+      Ref<ADMStatusServiceCreator>(*creator),
+      Ref<String>(const_cast<String&>(*serviceName)));  // NOLINT: shared, not changed
+}
+
+Value ADMStatusServiceProxy::realServiceObject() const {
+  return serviceCreator_->statusServiceForName(serviceName_.get());
+}
+
+RefPtr<MutableDictionary> ADMStatusServiceProxy::cache() const {
+  return serviceCreator_->userInfoForServiceName(serviceName_.get());
+}
+
+RecentKeys& ADMStatusServiceProxy::recentKeys() const {
+  if (!recentKeys_) recentKeys_ = std::make_unique<RecentKeys>();
+  return *recentKeys_;
+}
+
+Value ADMStatusServiceProxy::keyOfPath(const Array& components) {
+  const auto makeKey = [&components] { return joinComponents(components); };
+  // A path that only the caller holds was put together for this question and does not come again.
+  const bool comesAgain = components.referenceCount() > 1 &&
+                          std::ranges::all_of(components, [](const Value& component) {
+                            return component.isKind(ObjectKind::String);
+                          });
+  if (!comesAgain) return makeKey();
+  return recentKeys().keyFor(nullptr, Value::sharing(&components), makeKey);
+}
+
+Value ADMStatusServiceProxy::valueForFeaturePathComponents_errorInfo(const Array& components,
+                                                                     RefPtr<String>& errorInfo) {
+  errorInfo = nullptr;
+  const Value key = keyOfPath(components);
+  const RefPtr<MutableDictionary> known = cache();
+  if (known) {
+    const Value& value = known->objectForKey(key);
+    if (!value.isNil()) return value.nullAsNil();
+  }
+  Value value = serviceValueForFeaturePathComponents_errorInfo(&components, &errorInfo);
+  if (known) known->setObject_forKey(value.orNull(), key);
+  return value;
+}
+
+Value ADMStatusServiceProxy::serviceValueForFeaturePathComponents_errorInfo(
+    const Array* components, RefPtr<String>* errorInfo) {
+  static const Selector kIsSupportedFeature("isSupportedFeature:");
+  static const Selector kIsSupportedProperty("isSupportedProperty:forFeature:");
+  static const Selector kFeature("valueForFeature:");
+  static const Selector kProperty("valueForFeature:property:");
+  static const Selector kIdentifier("valueForFeature:property:identifier:");
+  if (components == nullptr || components->isEmpty()) return fail(errorInfo, "Path is empty");
+  if (components->count() > 3) return fail(errorInfo, "Incorrect path");
+  const Value& feature = (*components)[0];
+  const Value service = realServiceObject();
+  if (service.isNil()) return fail(errorInfo, "Empty service");
+  if (refuses(service, kIsSupportedFeature, {feature})) {
+    return fail(errorInfo, "Feature is not supported");
+  }
+  if (components->count() == 1) {
+    return ask(service, kFeature, {feature}, errorInfo,
+               "Value for feature functionality is not supported");
+  }
+  const Value& property = (*components)[1];
+  if (refuses(service, kIsSupportedProperty, {property, feature})) return {};
+  if (components->count() == 2) {
+    return ask(service, kProperty, {feature, property}, errorInfo,
+               "Value for feature and property functionality is not supported");
+  }
+  return ask(service, kIdentifier, {feature, property, (*components)[2]}, errorInfo,
+             "Value for feature, property and identifier functionality is not supported");
+}
+
+Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {
+  const MethodSignature& signature = invocation.methodSignature();
+  const std::size_t count = signature.numberOfArguments() - kHidden;
+  if (count > 1 || signature.methodReturnType() != kObjectType) return {};
+  if (count == 1 && signature.argumentTypeAtIndex(kHidden) != kObjectType) return {};
+  const Value argument = count == 1 ? invocation.argumentAtIndex(kHidden) : Value();
+  const Selector& selector = invocation.selector();
+  const auto makeKey = [&] { return keyOfMessage(selector, argument); };
+  // Of other objects the text may change.
+  if (!argument.isNil() && !argument.isKind(ObjectKind::String)) return makeKey();
+  return recentKeys().keyFor(&selector.name(), argument, makeKey);
+}
+
+RefPtr<String> ADMStatusServiceProxy::cacheKeyForInvocation(const Invocation& invocation) const {
+  const Value key = keyOfInvocation(invocation);
+  return RefPtr<String>(castTo<String>(key));
+}
+
+bool ADMStatusServiceProxy::respondsToSelector(const Selector& selector) const {
+  return commandfilter::respondsToSelector(realServiceObject(), selector) ||
+         Object::respondsToSelector(selector);
+}
+
+bool ADMStatusServiceProxy::conformsToProtocol(const Protocol& protocol) const {
+  return commandfilter::conformsToProtocol(realServiceObject(), protocol) ||
+         Object::conformsToProtocol(protocol);
+}
+
+MethodSignature ADMStatusServiceProxy::methodSignatureForSelector(const Selector& selector) const {
+  const MethodSignature signature =
+      commandfilter::methodSignatureForSelector(realServiceObject(), selector);
+  return signature ? signature : Object::methodSignatureForSelector(selector);
+}
+
+void ADMStatusServiceProxy::forwardInvocation(Invocation& invocation) {
+  const Value service = realServiceObject();
+  if (service.isNil()) {
+    invocation.setZeroReturnValue();
+    return;
+  }
+  if (!commandfilter::respondsToSelector(service, invocation.selector())) {
+    Object::forwardInvocation(invocation);
+    return;
+  }
+  const Value key = keyOfInvocation(invocation);
+  const RefPtr<MutableDictionary> known = key.isNil() ? nullptr : cache();
+  if (!known) {
+    invocation.invokeWithTarget(service);
+    return;
+  }
+  const Value& value = known->objectForKey(key);
+  if (!value.isNil()) {
+    invocation.setReturnValue(value.nullAsNil());
+    return;
+  }
+  invocation.invokeWithTarget(service);
+  known->setObject_forKey(invocation.returnValue().orNull(), key);
+}
+
+}  // namespace commandfilter

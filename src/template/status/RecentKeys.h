@@ -1,0 +1,48 @@
+// The cache keys that were put together last.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// Remembers the keys of a few questions, so that asking again puts no text together. A question is
+/// told by the address of its message's name, none for a feature path, and by what was asked about;
+/// that is kept alive, so that its address stands for nothing else.
+class RecentKeys {
+ public:
+  /// The key of the question; made when it is not remembered. `about` must not change.
+  template <typename Make>
+  [[nodiscard]] Value keyFor(const void* message, const Value& about, Make&& makeKey) {
+    // Each question has one place, which it takes from the question that had it before.
+    Entry& entry = entries_[placeOf(message, about.object())];
+    if (entry.key.isNil() || entry.message != message || !entry.about.isIdenticalTo(about)) {
+      Value key = makeKey();
+      entry = {message, about, std::move(key)};
+    }
+    return entry.key;
+  }
+
+ private:
+  static constexpr std::size_t kPlaces = 16;
+
+  struct Entry {
+    const void* message = nullptr;
+    Value about;
+    Value key;
+  };
+
+  [[nodiscard]] static std::size_t placeOf(const void* message, const void* about) noexcept {
+    // Objects and names lie at multiples of 16, so the lowest bits tell nothing.
+    const auto bits =
+        reinterpret_cast<std::uintptr_t>(message) ^ (reinterpret_cast<std::uintptr_t>(about) * 3U);
+    return (bits >> 4U ^ bits >> 8U) % kPlaces;
+  }
+
+  std::array<Entry, kPlaces> entries_;
+};
+
+}  // namespace commandfilter
