@@ -30,6 +30,9 @@ class COMMANDFILTER_EXPORT ADMItemsList final : public Object {
   /// The description of its array; empty when nothing was ever appended.
   void appendDescription(std::string& text, int level) const override;
 
+  /// A copy, because lists grow: it equals no other list, so nothing is found under it.
+  [[nodiscard]] Value dictionaryKey() const override { return copyWithZone(); }
+
   /// The items as an array; nil when nothing was ever appended.
   [[nodiscard]] RefPtr<Array> items() const;
   /// Appends an item; nil becomes the null object, an items list is merged in.

@@ -97,6 +97,8 @@ void indexLastEntry(const Entries& entries, Index& index) {
 
 void setEntry(Entries& entries, Index& index, Value key, Value value) {
   assert(!key.isNil() && !value.isNil());
+  // A text, which is what nearly every key is, is kept as it is.
+  if (key.isObject() && !key.isKind(ObjectKind::String)) key = key.object()->dictionaryKey();
   const std::size_t hash = hashOf(key);
   if (const DictionaryEntry* entry = find(entries, index, key, hash)) {
     entries[static_cast<std::size_t>(entry - entries.data())].value = std::move(value);

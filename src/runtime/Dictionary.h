@@ -76,6 +76,7 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
 
   void reserve(std::size_t count) { entries_.reserve(count); }
   /// Sets the value for a key. A key that is there already keeps its place. Neither may be nil.
+  /// @throws Exception for an object that cannot be a key.
   void set(Value key, Value value);
   /// Sets the value for a string key.
   void set(std::string_view key, Value value);

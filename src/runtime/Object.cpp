@@ -82,6 +82,8 @@ bool Object::isEqual(const Value& other) const { return other.object() == this; 
 
 std::size_t Object::hash() const { return std::hash<const void*>{}(this); }
 
+Value Object::dictionaryKey() const { return Value::sharing(this); }
+
 void Object::appendDescription(std::string& text, int /*level*/) const {
   std::array<char, 32> address{};
   std::snprintf(address.data(), address.size(), ": %p>", static_cast<const void*>(this));

@@ -50,6 +50,10 @@ class COMMANDFILTER_EXPORT Object {
   [[nodiscard]] virtual bool isEqual(const Value& other) const;
   /// Equal objects have equal hashes.
   [[nodiscard]] virtual std::size_t hash() const;
+  /// What a dictionary keeps when the object becomes a key: the object itself, unless a class says
+  /// otherwise.
+  /// @throws Exception for an object that cannot be a key.
+  [[nodiscard]] virtual Value dictionaryKey() const;
   /// Appends the text that "%@" writes for the object; `level` is how many collections it stands
   /// in, 0 for none. The base writes `<ClassName: 0xaddress>`.
   virtual void appendDescription(std::string& text, int level) const;
