@@ -24,6 +24,34 @@ Value call(const Method& method, const Value& receiver, std::span<const Value> a
   throw Exception(std::string(info.name) + ": unrecognized selector " + selector.name());
 }
 
+constexpr std::size_t kHidden = 2;
+
+// What the receiver gives for a message that its class has no method for.
+MethodSignature signatureOf(const Value& receiver, const Selector& selector) {
+  const Object* object = receiver.object();
+  const MethodSignature signature =
+      object != nullptr ? object->methodSignatureForSelector(selector) : MethodSignature();
+  if (!signature) throwUnrecognized(*classOf(receiver), selector);
+  return signature;
+}
+
+// Hands over the message, for which the class has no method.
+Value forward(const Value& receiver, const Selector& selector, const MethodSignature& signature,
+              std::span<const Value> arguments) {
+  if (signature.numberOfArguments() != arguments.size() + kHidden) {
+    throw Exception(selector.name() + " was sent with " + std::to_string(arguments.size()) +
+                    " arguments");
+  }
+  // Objects that forward to each other would do so until the stack is used up.
+  StackGuard::check();
+  Invocation invocation(signature, receiver, selector);
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    invocation.setArgumentAtIndex(arguments[i], i + kHidden);
+  }
+  receiver.object()->forwardInvocation(invocation);
+  return invocation.returnValue();
+}
+
 }  // namespace
 
 Value send(const Value& receiver, const Selector& selector, std::span<const Value> arguments) {
@@ -32,33 +60,25 @@ Value send(const Value& receiver, const Selector& selector, std::span<const Valu
   if (const Method* method = info->instanceMethod(selector)) {
     return call(*method, receiver, arguments);
   }
-  Object* object = receiver.object();
-  if (object == nullptr) throwUnrecognized(*info, selector);
-  const MethodSignature signature = object->methodSignatureForSelector(selector);
-  if (!signature) throwUnrecognized(*info, selector);
-  if (signature.numberOfArguments() != arguments.size() + 2) {
-    throw Exception(selector.name() + " was sent with " + std::to_string(arguments.size()) +
-                    " arguments");
-  }
-  // Objects that forward to each other would do so until the stack is used up.
-  StackGuard::check();
-  Invocation invocation(signature, receiver, selector);
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    invocation.setArgumentAtIndex(arguments[i], i + 2);
-  }
-  object->forwardInvocation(invocation);
-  return invocation.returnValue();
+  return forward(receiver, selector, signatureOf(receiver, selector), arguments);
 }
 
 Value performSelector(const Value& receiver, const Selector& selector, const Value& object) {
-  const MethodSignature signature = methodSignatureForSelector(receiver, selector);
-  constexpr std::size_t kHidden = 2;
-  const std::size_t count = signature ? signature.numberOfArguments() - kHidden : 0;
-  if (count == 0) return send(receiver, selector);
-  if (count == 1) return send(receiver, selector, std::span(&object, 1));
+  const Class* info = classOf(receiver);
+  if (info == nullptr) return {};
+  const Method* method = info->instanceMethod(selector);
+  const MethodSignature signature =
+      method != nullptr ? MethodSignature(method->types) : signatureOf(receiver, selector);
+  const auto run = [&](std::span<const Value> arguments) {
+    return method != nullptr ? method->invoke(receiver, arguments)
+                             : forward(receiver, selector, signature, arguments);
+  };
+  const std::size_t count = signature.numberOfArguments() - kHidden;
+  if (count == 0) return run({});
+  if (count == 1) return run(std::span(&object, 1));
   std::vector<Value> arguments(count);
   arguments.front() = object;
-  return send(receiver, selector, arguments);
+  return run(arguments);
 }
 
 Value sendToClass(const Class& receiver, const Selector& selector,
