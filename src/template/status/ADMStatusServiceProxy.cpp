@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "runtime/Description.h"
+#include "runtime/Exception.h"
 #include "runtime/Send.h"
 #include "runtime/SizeLimits.h"
 #include "template/status/RecentKeys.h"
@@ -165,6 +166,10 @@ Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const
 RefPtr<String> ADMStatusServiceProxy::cacheKeyForInvocation(const Invocation& invocation) const {
   const Value key = keyOfInvocation(invocation);
   return RefPtr<String>(castTo<String>(key));
+}
+
+Value ADMStatusServiceProxy::dictionaryKey() const {
+  throw Exception("ADMStatusServiceProxy: a service cannot be a key");
 }
 
 bool ADMStatusServiceProxy::respondsToSelector(const Selector& selector) const {

@@ -67,6 +67,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   /// one with more than one argument, or with an argument or result that is no object.
   [[nodiscard]] RefPtr<String> cacheKeyForInvocation(const Invocation& invocation) const;
 
+  /// Always throws: what stands for something else is no key.
+  [[nodiscard]] Value dictionaryKey() const override;
   [[nodiscard]] bool respondsToSelector(const Selector& selector) const override;
   [[nodiscard]] bool conformsToProtocol(const Protocol& protocol) const override;
   [[nodiscard]] MethodSignature methodSignatureForSelector(const Selector& selector) const override;
