@@ -20,10 +20,10 @@ constexpr std::array kContextInitializers{
     initializer<&ADMEvaluationContextBase::initWithStatusService_globalConfiguration>(
         "initWithStatusService:globalConfiguration:"),
 };
-constexpr std::array<const MethodGroup*, 3> kGroups{
-    &kAggregateProcedure,
-    &kCollectionsProcedures,
-    &kSetProcedures,
+constexpr std::array<const MethodGroup*, 9> kGroups{
+    &kAggregateProcedure, &kCallMethodProcedure,       &kCollectionsProcedures,
+    &kExternalProcedures, &kInputParametersProcedures, &kServiceManipulationProcedures,
+    &kSetProcedures,      &kTemplateProcedures,        &kStringProcedures,
 };
 
 [[gnu::always_inline]] inline bool standsForCurrent(const Value& component) {
@@ -120,6 +120,8 @@ Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* compo
   for (const Value& component : *components) {
     if (standsForCurrent(component)) return valueForFeaturePath(*withCurrent(*components));
   }
+  // A second reference says that the path is kept and comes again, which a service may make use of.
+  const Value kept = Value::sharing(components);
   return valueForFeaturePath(*components);
 }
 

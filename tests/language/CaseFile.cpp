@@ -286,6 +286,12 @@ class Reader {
       if (!setups_->devices.contains(setup.device)) {
         throw CaseSyntaxError("no device " + setup.device);
       }
+    } else if (word == "named") {
+      const auto [name, device] = sidesOf(rest);
+      if (!setups_->devices.contains(std::string(device))) {
+        throw CaseSyntaxError("no device " + std::string(device));
+      }
+      setup.services.emplace_back(nameOf(name), device);
     } else if (word == "parent") {
       setup.parent = rest;
       if (!setups_->contexts.contains(setup.parent)) {

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "expression/ADMEvaluationItemBase.h"
@@ -19,12 +20,22 @@
 #include "runtime/Description.h"
 #include "runtime/Dictionary.h"
 #include "runtime/String.h"
+#include "template/status/ADMStatusServiceProxy.h"
 
 namespace commandfilter::testing {
 
 namespace {
 
 using Kind = Notation::Kind;
+
+// What stands between < and > for an object that has a name.
+std::optional<std::string> nameOfObject(const Value& value) {
+  if (const auto* device = castTo<DeviceDouble>(value)) return device->name();
+  if (const auto* proxy = castTo<ADMStatusServiceProxy>(value)) {
+    return "proxy " + proxy->serviceName()->text();
+  }
+  return std::nullopt;
+}
 
 constexpr std::string_view kEncodings = "cCsSiIqQfd";
 
@@ -297,8 +308,7 @@ bool Notation::matches(const Value& value) const {
     case Kind::Data:
       return equal(this->value(), value);
     case Kind::Object: {
-      const auto* device = castTo<DeviceDouble>(value);
-      return device != nullptr && device->name() == text;
+      return nameOfObject(value) == text;
     }
     case Kind::Items: {
       const auto* list = castTo<ADMItemsList>(value);
@@ -359,7 +369,7 @@ std::string notationOf(const Value& value) {
     });
   }
   if (const auto* list = castTo<ADMItemsList>(value)) return "items(" + treesOf(*list) + ")";
-  if (const auto* device = castTo<DeviceDouble>(value)) return "<" + device->name() + ">";
+  if (const std::optional<std::string> name = nameOfObject(value)) return "<" + *name + ">";
   return std::string(classOf(value)->name) + "(" + descriptionOf(value) + ")";
 }
 

@@ -12,7 +12,8 @@ namespace commandfilter::testing {
 
 /// A value as it is written: nil, null, YES, NO, 5 (a number of any encoding that is no boolean),
 /// 5i (one of encoding "i"), 2.5, "text", [1, 2], {"key": 1, 2: "two"} (in order), date(seconds),
-/// data(00ff), <name> (the device double of that name), items("a", $B) (a list of unevaluated
+/// data(00ff), <name> (the device double of that name), <proxy name> (a proxy for the service of
+/// that name), items("a", $B) (a list of unevaluated
 /// items, as their trees print), raises "reason" (no value: the evaluation throws) and, for the
 /// facts of a device, fails "reason".
 struct Notation {

@@ -6,6 +6,8 @@
 #include "evaluation/ADMMacrosEvaluationContext.h"
 #include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "expression/ADMEvaluationProcessor.h"
+#include "language/CreatorDouble.h"
+#include "language/ExternalDoubles.h"
 #include "language/ProbingContext.h"
 #include "language/TemplateDoubles.h"
 #include "runtime/Array.h"
@@ -24,7 +26,7 @@ Ref<Dictionary> dictionaryOf(const ContextSetup::Names& names) {
   return builder.build();
 }
 
-RefPtr<Dictionary> configurationOf(const ContextSetup& setup, CallLog& log) {
+RefPtr<Dictionary> configurationOf(const Setups& setups, const ContextSetup& setup, CallLog& log) {
   DictionaryBuilder builder;
   if (!setup.constants.empty()) {
     builder.set("TemplateConstants", ConstantsDouble::create(dictionaryOf(setup.constants), log));
@@ -34,6 +36,13 @@ RefPtr<Dictionary> configurationOf(const ContextSetup& setup, CallLog& log) {
   }
   if (!setup.macros.empty()) builder.set("TemplateMacroses", dictionaryOf(setup.macros));
   if (!setup.input.empty()) builder.set("InputParameters", dictionaryOf(setup.input));
+  if (!setup.services.empty()) {
+    CreatorDouble::Services services;
+    for (const auto& [name, device] : setup.services) {
+      services.emplace(name, &setups.devices.at(device));
+    }
+    builder.set("ServiceCreator", CreatorDouble::create(std::move(services), log));
+  }
   if (builder.count() == 0) return nullptr;
   return builder.build();
 }
@@ -63,8 +72,9 @@ PreparedContext preparedIteration(const Ref<ADMArrayEvaluationContext>& context,
 }  // namespace
 
 PreparedContext prepareContext(const Setups& setups, const ContextSetup& setup, CallLog& log) {
+  registerExternalDoubles();
   const Value service = serviceOf(setups, setup, log);
-  RefPtr<Dictionary> configuration = configurationOf(setup, log);
+  RefPtr<Dictionary> configuration = configurationOf(setups, setup, log);
   switch (setup.kind) {
     case Kind::Base:
       return {ProbingContext<ADMEvaluationContextBase>::create(log, service, configuration),

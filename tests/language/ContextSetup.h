@@ -42,6 +42,8 @@ struct ContextSetup {
   Names values;
   Names macros;
   Names input;
+  /// Service names and the devices that serve them.
+  std::vector<std::pair<std::string, std::string>> services;
 };
 
 /// The devices and contexts that the cases of one file can name.

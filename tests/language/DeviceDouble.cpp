@@ -16,6 +16,12 @@ namespace {
 constexpr auto kDeviceProtocols = conformances<DeviceDouble, ADMFeaturePathSource>();
 constexpr std::size_t kHidden = 2;
 
+bool asksForFeature(const Selector& selector) {
+  const std::string& name = selector.name();
+  return name == "valueForFeature:" || name == "valueForFeature:property:" ||
+         name == "valueForFeature:property:identifier:";
+}
+
 Value answer(const Notation& fact) {
   if (fact.kind == Notation::Kind::Raises) throw Exception(withoutEscapes(fact.text));
   return fact.value();
@@ -27,7 +33,8 @@ constinit const Class DeviceDouble::kClass{
     .name = "DeviceDouble", .base = &Object::kClass, .protocols = kDeviceProtocols};
 
 bool DeviceDouble::respondsToSelector(const Selector& selector) const {
-  return facts_.messages.contains(selector.name());
+  return facts_.messages.contains(selector.name()) ||
+         (!facts_.features.empty() && asksForFeature(selector));
 }
 
 MethodSignature DeviceDouble::methodSignatureForSelector(const Selector& selector) const {
@@ -39,6 +46,16 @@ MethodSignature DeviceDouble::methodSignatureForSelector(const Selector& selecto
 
 void DeviceDouble::forwardInvocation(Invocation& invocation) {
   const std::string& name = invocation.selector().name();
+  if (!facts_.messages.contains(name)) {
+    std::vector<Value> components;
+    for (std::size_t i = kHidden; i < invocation.methodSignature().numberOfArguments(); ++i) {
+      components.push_back(invocation.argumentAtIndex(i));
+    }
+    RefPtr<String> errorInfo;
+    invocation.setReturnValue(
+        valueForFeaturePathComponents_errorInfo(*Array::create(std::move(components)), errorInfo));
+    return;
+  }
   std::string call = "@" + name;
   const std::size_t count = invocation.methodSignature().numberOfArguments() - kHidden;
   for (std::size_t i = 0; i < count; ++i) {

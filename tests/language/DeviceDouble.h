@@ -22,7 +22,9 @@
 namespace commandfilter::testing {
 
 /// What a device answers. A message with one argument has a dictionary from the argument's text to
-/// the answer; any other message answers its value. A feature path that is not listed is nil.
+/// the answer; any other message answers its value. A feature path that is not listed is nil. Paths
+/// can also be asked for with `valueForFeature:` and the messages with a property and an identifier
+/// more, as proxies do.
 struct DeviceFacts {
   std::string name;
   std::map<std::string, Notation> messages;

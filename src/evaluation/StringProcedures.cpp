@@ -1,0 +1,65 @@
+// The procedures that make text.
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "evaluation/ProcedureArguments.h"
+#include "evaluation/ProcedureGroups.h"
+#include "expression/CodeUnits.h"
+#include "runtime/Cast.h"
+#include "runtime/SizeLimits.h"
+#include "runtime/String.h"
+#include "runtime/UTF8.h"
+
+namespace commandfilter {
+
+namespace {
+
+// A quote is written as the character of its low 8 bits.
+std::uint8_t quoteOf(char16_t unit) noexcept { return static_cast<std::uint8_t>(unit & 0xFFU); }
+
+/// _Enquote(text [, quotes]): the text between quotes.
+Value enquote(ADMEvaluationContextBase& context, const Array* items) {
+  if (countOf(items) != 1 && countOf(items) != 2) {
+    // The text names another procedure and is part of the contract.
+    return failWith(context, "Incorrect number of arguments in _TemplateValue");
+  }
+  const Value value = evaluateArgument(items, 0, context);
+  const auto* text = castTo<String>(value);
+  if (text == nullptr) return {};
+  if (text->isEmpty()) return value;
+  std::uint8_t opening = '"';
+  std::optional<std::uint8_t> closing;
+  if (countOf(items) == 2) {
+    const Value quotes = evaluateArgument(items, 1, context);
+    if (const auto* characters = castTo<String>(quotes)) {
+      const CodeUnits units(characters->view());
+      if (units.length() > 0) opening = quoteOf(units[0]);
+      if (units.length() > 1) closing = quoteOf(units[1]);
+    }
+  }
+  std::string quoted;
+  appendCodePoint(quoted, opening);
+  quoted.append(text->view());
+  appendCodePoint(quoted, closing.value_or(opening));
+  checkTextSize(quoted.size());
+  return String::create(std::move(quoted));
+}
+
+/// _EndLine(): a line feed.
+Value endLine(ADMEvaluationContextBase& /*context*/, const Array* /*items*/) {
+  return String::create("\n");
+}
+
+constexpr std::array kMethods{
+    method<&enquote>("executeEnquoteProcedure:"),
+    method<&endLine>("executeEndLineProcedure:"),
+};
+
+}  // namespace
+
+constinit const MethodGroup kStringProcedures{"StringProcedures", kMethods};
+
+}  // namespace commandfilter
