@@ -11,7 +11,15 @@ namespace commandfilter {
 namespace {
 
 constexpr auto kArrayProtocols = conformances<ADMArrayEvaluationContext, ADMArrayIteration>();
+// Without a list yet, as contexts of any kind can be made.
+Ref<ADMArrayEvaluationContext> withoutList(Value statusService,
+                                           RefPtr<Dictionary> globalConfiguration) {
+  return ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
+      std::move(statusService), std::move(globalConfiguration), Value());
+}
+
 constexpr std::array kInitializers{
+    initializer<&withoutList>("initWithStatusService:globalConfiguration:"),
     initializer<&ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList>(
         "initWithStatusService:globalConfiguration:elementsList:"),
 };

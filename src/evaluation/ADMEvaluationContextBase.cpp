@@ -57,14 +57,18 @@ ADMEvaluationContextBase::ADMEvaluationContextBase(Value statusService,
                                                    ADMEvaluationContext& parent)
     : ADMEvaluationContextBase(std::move(statusService), std::move(globalConfiguration)) {
   if (auto* base = castTo<ADMEvaluationContextBase>(&parent.object())) {
-    CompiledMacros* macros = base->compiledMacros();
-    if (macros != nullptr && &macros->configuration() == globalConfiguration_.get()) {
-      macros_ = RefPtr<CompiledMacros>(macros);
-    }
+    shareCompiledMacrosOf(*base);
   }
 }
 
 ADMEvaluationContextBase::~ADMEvaluationContextBase() = default;
+
+void ADMEvaluationContextBase::shareCompiledMacrosOf(ADMEvaluationContextBase& other) {
+  CompiledMacros* macros = other.compiledMacros();
+  if (macros != nullptr && &macros->configuration() == globalConfiguration_.get()) {
+    macros_ = RefPtr<CompiledMacros>(macros);
+  }
+}
 
 void ADMEvaluationContextBase::resetEvaluations() {
   if (commonCache_) commonCache_->removeAllObjects();

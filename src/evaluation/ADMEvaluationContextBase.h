@@ -50,6 +50,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
     if (lastError_) lastError_ = nullptr;
   }
 
+  /// Shares the compiled macros of another context, so that none is compiled twice. Nothing happens
+  /// unless both have the same configuration.
+  void shareCompiledMacrosOf(ADMEvaluationContextBase& other);
+
   /// A scratch store for procedures, which `resetEvaluations` empties.
   [[nodiscard]] MutableDictionary& commonCache();
 
