@@ -1,0 +1,130 @@
+#include "template/ACommandFilterTemplateEngine.h"
+
+#include <gtest/gtest.h>
+
+#include "runtime/Cast.h"
+#include "runtime/Send.h"
+#include "runtime/TestValues.h"
+#include "template/ServiceInfoDouble.h"
+
+namespace commandfilter::testing {
+namespace {
+
+Value text(std::string_view characters) { return stringOf(characters); }
+
+Value described(std::string_view expression) {
+  return dictionaryOf({{text("ServiceName"), text("Test")}, {text("Value"), text(expression)}});
+}
+
+class TemplateEngine : public ::testing::Test {
+ protected:
+  static Ref<ACommandFilterTemplateEngine> engineFor(const Value& info, const Value& configuration,
+                                                     const Value& input = Value()) {
+    return ACommandFilterTemplateEngine::initWithServiceInfo_configurationTemplate_inputParameters(
+        info, castTo<Dictionary>(configuration), castTo<Dictionary>(input));
+  }
+  static Value valueOf(ICommandFilterTemplateEngine& engine, std::string_view key) {
+    return engine.templateValueForKey(String::create(std::string(key)).get());
+  }
+  static Value templateOf(std::initializer_list<std::pair<Value, Value>> values) {
+    return dictionaryOf({{text("TemplateValues"), dictionaryOf(values)}});
+  }
+
+  FrameworkDouble framework_;
+  Value device_ = ServiceInfoDouble::create();
+};
+
+TEST_F(TemplateEngine, AsksTheDevice) {
+  const auto engine = engineFor(device_, templateOf({{text("State"), described("@state")},
+                                                     {text("Wrong"), described("1 lt \"x\"")}}));
+  EXPECT_EQ(descriptionOf(valueOf(*engine, "State")), "ready");
+  EXPECT_TRUE(valueOf(*engine, "Nowhere").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+  EXPECT_TRUE(valueOf(*engine, "Wrong").isNil());
+  const Value report = engine->errorInfo();
+  ASSERT_NE(castTo<Dictionary>(report), nullptr);
+  EXPECT_FALSE(castTo<Dictionary>(report)->objectForKey("Wrong").isNil());
+}
+
+TEST_F(TemplateEngine, HandsTheInputParametersOn) {
+  const auto engine =
+      engineFor(device_, templateOf({{text("Who"), described("_InputValue(\"Who\")")}}),
+                dictionaryOf({{text("Who"), text("me")}}));
+  EXPECT_EQ(descriptionOf(valueOf(*engine, "Who")), "me");
+}
+
+TEST_F(TemplateEngine, AnswersNilWithoutADevice) {
+  const auto engine = engineFor(Value(), templateOf({{text("A"), described("1")}}));
+  EXPECT_EQ(engine->templateProcessor(), nullptr);
+  EXPECT_TRUE(valueOf(*engine, "A").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+}
+
+TEST_F(TemplateEngine, AnswersNilWithoutATemplate) {
+  const auto engine = engineFor(device_, Value());
+  EXPECT_TRUE(valueOf(*engine, "A").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+}
+
+TEST_F(TemplateEngine, AnswersNilForADeviceThatIsNotReady) {
+  const auto engine =
+      engineFor(ServiceInfoDouble::create(kServiceStateResolved + 1),
+                templateOf({{text("A"), described("1")}, {text("Broken"), dictionaryOf({})}}));
+  EXPECT_TRUE(valueOf(*engine, "A").isNil());
+  EXPECT_TRUE(valueOf(*engine, "Broken").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+}
+
+TEST_F(TemplateEngine, TurnsAnExceptionIntoNil) {
+  const auto engine = engineFor(device_, templateOf({{text("Jam"), described("@jam")},
+                                                     {text("State"), described("@state")}}));
+  EXPECT_TRUE(valueOf(*engine, "Jam").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+  EXPECT_TRUE(valueOf(*engine, "Jam").isNil());
+  EXPECT_EQ(descriptionOf(valueOf(*engine, "State")), "ready");
+}
+
+TEST_F(TemplateEngine, TurnsAnExceptionOfTheDescriptionIntoNil) {
+  const auto engine = engineFor(
+      device_, templateOf({{text("A"), dictionaryOf({{text("Value"), text("1")},
+                                                     {text("Range"), Number::integer(5)}})}}));
+  EXPECT_TRUE(valueOf(*engine, "A").isNil());
+  EXPECT_TRUE(engine->errorInfo().isNil());
+}
+
+TEST_F(TemplateEngine, TurnsACircleIntoNil) {
+  const auto engine = engineFor(device_, templateOf({{text("Self"), described("[Self]")}}));
+  EXPECT_TRUE(valueOf(*engine, "Self").isNil());
+  EXPECT_TRUE(valueOf(*engine, "Self").isNil());
+}
+
+TEST_F(TemplateEngine, LetsOtherThrownObjectsPass) {
+  const auto engine = engineFor(device_, templateOf({{text("A"), described("@explode")}}));
+  EXPECT_THROW(static_cast<void>(valueOf(*engine, "A")), int);
+}
+
+TEST_F(TemplateEngine, SharesNothingWithAnotherOne) {
+  const Value configuration = templateOf({{text("State"), described("@state")}});
+  const auto first = engineFor(device_, configuration);
+  const auto second = engineFor(device_, configuration);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(descriptionOf(valueOf(*first, "State")), "ready");
+    EXPECT_EQ(descriptionOf(valueOf(*second, "State")), "ready");
+  }
+  EXPECT_EQ(framework_.servicesMade, 2);
+  EXPECT_EQ(framework_.calls.size(), 2U);
+}
+
+TEST_F(TemplateEngine, IsMadeAndAskedByName) {
+  const Value engine =
+      instantiate(ACommandFilterTemplateEngine::kClass,
+                  Selector("initWithServiceInfo:configurationTemplate:inputParameters:"),
+                  {device_, templateOf({{text("A"), described("1")}}), Value()});
+  EXPECT_NE(castTo<ICommandFilterTemplateEngine>(engine), nullptr);
+  EXPECT_TRUE(conformsToProtocol(engine, ICommandFilterTemplateEngine::kProtocol));
+  EXPECT_EQ(descriptionOf(send(engine, Selector("templateValueForKey:"), {text("A")})), "1");
+  EXPECT_TRUE(send(engine, Selector("errorInfo")).isNil());
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

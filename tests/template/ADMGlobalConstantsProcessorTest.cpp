@@ -1,0 +1,58 @@
+#include "template/ADMGlobalConstantsProcessor.h"
+
+#include <gtest/gtest.h>
+
+#include "runtime/Send.h"
+#include "runtime/TestValues.h"
+
+namespace commandfilter::testing {
+namespace {
+
+Ref<ADMGlobalConstantsProcessor> constantsOf(
+    std::initializer_list<std::pair<Value, Value>> entries) {
+  return ADMGlobalConstantsProcessor::initWithGlobalConstantsInfo(
+      RefPtr<Dictionary>(castTo<Dictionary>(dictionaryOf(entries))));
+}
+
+Value valueOf(ADMGlobalConstantsProcessor& constants, std::string_view name) {
+  return constants.valueOfConstant(String::create(std::string(name)).get());
+}
+
+TEST(GlobalConstants, EvaluatesAConstantOnce) {
+  const auto constants = constantsOf({{stringOf("List"), stringOf("_Array(1, 2)")}});
+  const Value first = valueOf(*constants, "List");
+  EXPECT_EQ(descriptionOf(first), "(\n    1,\n    2\n)");
+  EXPECT_TRUE(valueOf(*constants, "List").isIdenticalTo(first));
+}
+
+TEST(GlobalConstants, EvaluatesAFailingConstantOnce) {
+  const auto constants = constantsOf({{stringOf("Wrong"), stringOf("1 lt \"x\"")}});
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(valueOf(*constants, "Wrong").isNil());
+  ASSERT_EQ(constants->errors().size(), 1U);
+  const TemplateError& error = constants->errors().front();
+  EXPECT_EQ(error.key->view(), "Wrong");
+  EXPECT_EQ(error.category(), 2);
+  EXPECT_EQ(error.error->expression()->view(), "1 lt \"x\"");
+  EXPECT_EQ(error.error->sourceRange(), (SourceRange{2, 4}));
+}
+
+TEST(GlobalConstants, HasNothingWithoutADictionary) {
+  const auto constants = ADMGlobalConstantsProcessor::initWithGlobalConstantsInfo(nullptr);
+  EXPECT_TRUE(valueOf(*constants, "Any").isNil());
+}
+
+TEST(GlobalConstants, HasNoConstantWithoutAName) {
+  const auto constants = constantsOf({{stringOf(""), stringOf("1")}});
+  EXPECT_TRUE(constants->valueOfConstant(nullptr).isNil());
+  EXPECT_EQ(descriptionOf(valueOf(*constants, "")), "1");
+}
+
+TEST(GlobalConstants, IsMadeAndAskedByName) {
+  const Value info = dictionaryOf({{stringOf("One"), stringOf("1")}});
+  const Value constants = instantiate(ADMGlobalConstantsProcessor::kClass,
+                                      Selector("initWithGlobalConstantsInfo:"), {info});
+  EXPECT_EQ(descriptionOf(send(constants, Selector("valueOfConstant:"), {stringOf("One")})), "1");
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

@@ -1,0 +1,207 @@
+#include "template/ADMStatusValueRepresentation.h"
+
+#include <gtest/gtest.h>
+
+#include "evaluation/ADMEvaluationContextBase.h"
+#include "runtime/Bundle.h"
+#include "runtime/Cast.h"
+#include "runtime/Send.h"
+#include "runtime/TestValues.h"
+#include "template/LibraryClasses.h"
+#include "template/ServiceCreatorDouble.h"
+
+namespace commandfilter::testing {
+namespace {
+
+using Entries = std::initializer_list<std::pair<Value, Value>>;
+
+// A value with this description.
+RefPtr<ADMStatusValueRepresentation> representationOf(Entries entries) {
+  const Value info = dictionaryOf(entries);
+  const auto creator = ServiceCreatorDouble::create();
+  return ADMStatusValueRepresentation::
+      initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
+                                                                          creator.get(), nullptr);
+}
+
+Value text(std::string_view characters) { return stringOf(characters); }
+
+TEST(Representation, NeedsAValue) {
+  EXPECT_FALSE(representationOf({}));
+  EXPECT_FALSE(representationOf({{text("Range"), text("_Array(1)")}}));
+  EXPECT_FALSE(ADMStatusValueRepresentation::
+                   initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
+                       nullptr, nullptr, nullptr));
+}
+
+TEST(Representation, CompilesEachExpressionOnce) {
+  const auto value = representationOf(
+      {{text("Value"), dictionaryOf({{text("a"), text("1")}, {text("b"), text("1")}})},
+       {text("Range"), text("_Array(1, 2)")}});
+  ASSERT_TRUE(value);
+  const auto before = value->processorForExpression(String::create("1").get());
+  EXPECT_EQ(castTo<Array>(value->representationData())->count(), 2U);
+  const auto after = value->processorForExpression(String::create("1").get());
+  EXPECT_EQ(before.get(), after.get());
+  const auto other = value->processorForExpression(String::create("2").get());
+  EXPECT_NE(other.get(), after.get());
+}
+
+TEST(Representation, HasNoProcessorForNoExpression) {
+  const auto value = representationOf({{text("Value"), text("1")}});
+  EXPECT_FALSE(value->processorForExpression(nullptr));
+  EXPECT_FALSE(value->processorForExpression(String::create("").get()));
+}
+
+TEST(Representation, CompilesABrokenExpressionOnce) {
+  const auto value = representationOf({{text("Value"), text("(5")}});
+  EXPECT_TRUE(value->representationData().isNil());
+  EXPECT_EQ(descriptionOf(Value::sharing(value->lastError())), "Error 1: Incorrect brace balance");
+  value->evaluationContext()->clearErrors();
+  EXPECT_TRUE(value->representationData().isNil());
+  EXPECT_EQ(value->lastError(), nullptr);
+}
+
+TEST(Representation, CompilesNothingBeforeItIsAsked) {
+  const auto value = representationOf(
+      {{text("Value"), text("(5")}, {text("Filter"), text("(6")}, {text("Range"), text("(7")}});
+  ASSERT_TRUE(value);
+  EXPECT_EQ(value->lastError(), nullptr);
+}
+
+TEST(Representation, KeepsTheLastErrorWhenLaterComputationsSucceed) {
+  const auto value = representationOf({{text("Value"), text("1")}});
+  value->evaluationContext()->setRuntimeError("an old one");
+  EXPECT_EQ(descriptionOf(value->representationData()), "1");
+  value->resetEvaluations();
+  EXPECT_EQ(descriptionOf(Value::sharing(value->lastError())), "Error 2: an old one");
+}
+
+TEST(Representation, EmptiesTheScratchStoreOfProcedures) {
+  const auto value = representationOf({{text("Value"), text("1")}});
+  auto* context = castTo<ADMEvaluationContextBase>(&value->evaluationContext()->object());
+  context->commonCache().setObject_forKey(text("kept"), text("key"));
+  static_cast<void>(value->representationData());
+  EXPECT_EQ(context->commonCache().count(), 1U);
+  value->resetEvaluations();
+  EXPECT_EQ(context->commonCache().count(), 0U);
+}
+
+TEST(Representation, CalculatesWhatIsAnExpression) {
+  const auto value = representationOf({{text("Value"), text("1")}});
+  EXPECT_EQ(descriptionOf(value->calculateValue(text("1 + 2"))), "12");
+  EXPECT_TRUE(value->calculateValue(Value()).isNil());
+  EXPECT_TRUE(value->calculateValue(Value::null()).isNil());
+  EXPECT_TRUE(value->calculateValue(Number::integer(5)).isNil());
+  EXPECT_TRUE(value->calculateValue(arrayOf({text("1")})).isNil());
+  EXPECT_TRUE(value->calculateValue(text("")).isNil());
+}
+
+TEST(Representation, AsksTheServiceWhenItIsNeeded) {
+  const Value info =
+      dictionaryOf({{text("Value"), text("@state")}, {text("ServiceName"), text("x")}});
+  const auto creator = ServiceCreatorDouble::create();
+  const auto value = ADMStatusValueRepresentation::
+      initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
+                                                                          creator.get(), nullptr);
+  EXPECT_EQ(creator->asked, 0);
+  EXPECT_TRUE(value->representationData().isNil());
+  EXPECT_GT(creator->asked, 0);
+}
+
+TEST(Representation, IsMadeAndAskedByName) {
+  const Value info = dictionaryOf({{text("Value"), text("5")}});
+  const Value value =
+      instantiate(ADMStatusValueRepresentation::kClass,
+                  Selector("initWithRepresentationInfo:statusServiceCreator:globalConfiguration:"),
+                  {info, ServiceCreatorDouble::create(), Value()});
+  ASSERT_NE(castTo<ADMRepresentationProcessor>(value), nullptr);
+  EXPECT_TRUE(conformsToProtocol(value, ADMRepresentationProcessor::kProtocol));
+  send(value, Selector("resetEvaluations"));
+  EXPECT_EQ(descriptionOf(send(value, Selector("representationData"))), "5");
+  EXPECT_TRUE(send(value, Selector("lastError")).isNil());
+  EXPECT_EQ(descriptionOf(send(value, Selector("calculateValue:"), {text("6")})), "6");
+  EXPECT_FALSE(send(value, Selector("processorForExpression:"), {text("6")}).isNil());
+}
+
+TEST(Representation, DoesNotExhaustTheStackWithDeepDictionaries) {
+  const Value deep = nestedDictionaries(1'000'000, text("1"));
+  const Value info = dictionaryOf({{text("Value"), deep}});
+  const auto value = ADMStatusValueRepresentation::
+      initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
+                                                                          nullptr, nullptr);
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(value->representationData()); }), "nested too deeply");
+}
+
+// The contexts of a plug-in, found by their names while its bundle is loaded.
+class PlugInContexts : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(bundle_);
+    ASSERT_TRUE(bundle_->load()) << bundle_->loadFailure();
+  }
+  void TearDown() override { bundle_->unload(); }
+
+  RefPtr<Bundle> bundle_ =
+      Bundle::bundleWithPath(std::string(TEMPLATE_BUNDLES) + "/TestContexts.bundle");
+};
+
+TEST_F(PlugInContexts, EvaluateSingleValues) {
+  const auto value = representationOf({{text("EvaluationContext"), text("ShoutingContext")},
+                                       {text("Value"), text("_Shout(@greeting)")}});
+  ASSERT_TRUE(value);
+  EXPECT_EQ(value->evaluationContext()->object().classInfo().name, "ShoutingContext");
+  EXPECT_EQ(descriptionOf(value->representationData()), "hello!");
+  EXPECT_EQ(value->lastError(), nullptr);
+}
+
+TEST_F(PlugInContexts, RecordTheirErrors) {
+  const auto value = representationOf(
+      {{text("EvaluationContext"), text("ShoutingContext")}, {text("Value"), text("_Shout()")}});
+  EXPECT_TRUE(value->representationData().isNil());
+  EXPECT_EQ(descriptionOf(Value::sharing(value->lastError())), "Error 2: Nothing to shout");
+}
+
+TEST_F(PlugInContexts, EvaluateLists) {
+  const auto value = representationOf({{text("EvaluationContext"), text("LastContext")},
+                                       {text("Range"), text("_Array(5, 6)")},
+                                       {text("Value"), text("@place")}});
+  ASSERT_TRUE(value);
+  EXPECT_EQ(descriptionOf(value->representationData()), "(\n    \"at 0\",\n    \"at 1\"\n)");
+}
+
+TEST_F(PlugInContexts, MustTakeTheInitialiserOfTheMode) {
+  EXPECT_FALSE(representationOf({{text("EvaluationContext"), text("ShoutingContext")},
+                                 {text("Range"), text("_Array(1)")},
+                                 {text("Value"), text("1")}}));
+  EXPECT_FALSE(representationOf(
+      {{text("EvaluationContext"), text("LastContext")}, {text("Value"), text("1")}}));
+}
+
+TEST_F(PlugInContexts, MayRefuseOrBeNone) {
+  for (const char* name : {"RefusingContext", "NoContext"}) {
+    EXPECT_FALSE(
+        representationOf({{text("EvaluationContext"), text(name)}, {text("Value"), text("1")}}))
+        << name;
+  }
+}
+
+TEST_F(PlugInContexts, MayRaise) {
+  EXPECT_EQ(
+      reasonOf([] {
+        static_cast<void>(representationOf(
+            {{text("EvaluationContext"), text("ThrowingContext")}, {text("Value"), text("1")}}));
+      }),
+      "no context today");
+}
+
+TEST(PlugInContext, OfABundleThatIsNotLoadedIsTheDefault) {
+  const auto value = representationOf(
+      {{text("EvaluationContext"), text("ShoutingContext")}, {text("Value"), text("1")}});
+  ASSERT_TRUE(value);
+  EXPECT_EQ(value->evaluationContext()->object().classInfo().name,
+            "ADMSingleValueEvaluationContext");
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

@@ -1,0 +1,346 @@
+#include "template/ADMTemplateProcessor.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "runtime/KeyValueLookup.h"
+#include "runtime/Send.h"
+#include "runtime/TestValues.h"
+#include "template/ServiceCreatorDouble.h"
+
+namespace commandfilter::testing {
+namespace {
+
+Value text(std::string_view characters) { return stringOf(characters); }
+
+// A description with a "Value" alone.
+Value described(std::string_view expression) {
+  return dictionaryOf({{text("Value"), text(expression)}});
+}
+
+class TemplateProcessor : public ::testing::Test {
+ protected:
+  RefPtr<ADMTemplateProcessor> processorOf(const Value& configuration,
+                                           const Value& input = Value()) {
+    return ADMTemplateProcessor::initWithServiceCreator_configurationTemplate_inputParameters(
+        creator_.get(), castTo<Dictionary>(configuration), castTo<Dictionary>(input));
+  }
+  RefPtr<ADMTemplateProcessor> processorOfValues(
+      std::initializer_list<std::pair<Value, Value>> values) {
+    return processorOf(dictionaryOf({{text("TemplateValues"), dictionaryOf(values)}}));
+  }
+  static Value valueOf(ADMTemplateProcessor& processor, std::string_view key) {
+    return processor.valueForKey(String::create(std::string(key)).get());
+  }
+
+  Ref<ServiceCreatorDouble> creator_ = ServiceCreatorDouble::create();
+};
+
+TEST_F(TemplateProcessor, NeedsACreatorAndATemplate) {
+  const Value configuration = dictionaryOf({});
+  EXPECT_FALSE(processorOf(Value()));
+  EXPECT_FALSE(ADMTemplateProcessor::initWithServiceCreator_configurationTemplate_inputParameters(
+      nullptr, castTo<Dictionary>(configuration), nullptr));
+  EXPECT_TRUE(processorOf(configuration));
+}
+
+TEST_F(TemplateProcessor, HasNoValueForNoKey) {
+  const auto processor = processorOfValues({{text(""), described("1")}});
+  EXPECT_TRUE(processor->valueForKey(nullptr).isNil());
+  EXPECT_TRUE(valueOf(*processor, "").isNil());
+  EXPECT_FALSE(processor->valueRepresentationForKey(nullptr));
+  EXPECT_FALSE(processor->valueRepresentationForKey(String::create("").get()));
+}
+
+TEST_F(TemplateProcessor, SharesAConfigurationThatIsMadeOnce) {
+  const Value constants = dictionaryOf({{text("One"), text("1")}});
+  const Value macros = dictionaryOf({{text("Two"), text("2")}});
+  const Value input = dictionaryOf({{text("Who"), text("me")}});
+  const auto processor = processorOf(
+      dictionaryOf({{text("TemplateConstants"), constants}, {text("TemplateMacroses"), macros}}),
+      input);
+  const Ref<Dictionary> configuration = processor->globalConfiguration();
+  EXPECT_EQ(configuration.get(), processor->globalConfiguration().get());
+  EXPECT_EQ(configuration->count(), 5U);
+  EXPECT_NE(castTo<ADMGlobalConstantsProcessor>(configuration->objectForKey("TemplateConstants")),
+            nullptr);
+  EXPECT_TRUE(configuration->objectForKey("TemplateMacroses").isIdenticalTo(macros));
+  EXPECT_TRUE(configuration->objectForKey("InputParameters").isIdenticalTo(input));
+  EXPECT_EQ(configuration->objectForKey("ServiceCreator").object(), creator_.get());
+  EXPECT_NE(
+      castTo<ADMTemplateProcessorHolder>(configuration->objectForKey("EntireTemplateProcessor")),
+      nullptr);
+}
+
+TEST_F(TemplateProcessor, LeavesOutOfTheConfigurationWhatTheTemplateLacks) {
+  const auto processor = processorOf(dictionaryOf({}));
+  const Ref<Dictionary> configuration = processor->globalConfiguration();
+  EXPECT_EQ(configuration->count(), 2U);
+  EXPECT_FALSE(configuration->objectForKey("EntireTemplateProcessor").isNil());
+  EXPECT_FALSE(configuration->objectForKey("ServiceCreator").isNil());
+}
+
+TEST_F(TemplateProcessor, KeepsRepresentationsAndTheirFailures) {
+  const auto processor = processorOfValues(
+      {{text("A"), described("1")}, {text("Broken"), dictionaryOf({})}, {text("Text"), text("1")}});
+  const auto representationOf = [&processor](const char* key) {
+    return processor->valueRepresentationForKey(String::create(key).get());
+  };
+  const auto first = representationOf("A");
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->evaluationContext()->globalConfiguration(),
+            processor->globalConfiguration().get());
+  static_cast<void>(valueOf(*processor, "A"));
+  processor->startNewSession(true);
+  EXPECT_EQ(representationOf("A").get(), first.get());
+  EXPECT_FALSE(processor->errorInfo());
+  EXPECT_FALSE(representationOf("Text"));
+  EXPECT_FALSE(representationOf("Nowhere"));
+  EXPECT_FALSE(processor->errorInfo());
+  EXPECT_FALSE(representationOf("Broken"));
+  EXPECT_FALSE(representationOf("Broken"));
+  EXPECT_EQ(processor->errorInfo()->count(), 1U);
+}
+
+TEST_F(TemplateProcessor, ResetsEvaluationsBeforeEachComputation) {
+  const auto processor = processorOfValues({{text("A"), described("1")}});
+  const auto representation = processor->valueRepresentationForKey(String::create("A").get());
+  auto* context = castTo<ADMEvaluationContextBase>(&representation->evaluationContext()->object());
+  context->commonCache().setObject_forKey(text("kept"), text("key"));
+  EXPECT_EQ(descriptionOf(valueOf(*processor, "A")), "1");
+  EXPECT_EQ(context->commonCache().count(), 0U);
+}
+
+TEST_F(TemplateProcessor, KeepsAValueForTheSession) {
+  const auto processor = processorOfValues({{text("List"), described("_Array(1)")}});
+  const Value first = valueOf(*processor, "List");
+  EXPECT_TRUE(valueOf(*processor, "List").isIdenticalTo(first));
+  processor->startNewSession(false);
+  EXPECT_FALSE(valueOf(*processor, "List").isIdenticalTo(first));
+  EXPECT_EQ(creator_->reinitialized, 0);
+  processor->startNewSession(true);
+  EXPECT_EQ(creator_->reinitialized, 1);
+}
+
+TEST_F(TemplateProcessor, KeepsNothingWhileThereAreNoServices) {
+  const auto processor = processorOfValues({{text("A"), described("1")}});
+  creator_->available = false;
+  EXPECT_FALSE(processor->servicesAvailable());
+  EXPECT_TRUE(valueOf(*processor, "A").isNil());
+  EXPECT_FALSE(processor->entireInfo());
+  creator_->available = true;
+  EXPECT_TRUE(processor->servicesAvailable());
+  EXPECT_EQ(descriptionOf(valueOf(*processor, "A")), "1");
+  // What is known is not given either.
+  creator_->available = false;
+  EXPECT_TRUE(valueOf(*processor, "A").isNil());
+}
+
+TEST_F(TemplateProcessor, ReportsErrorsInTheOrderOfTheTemplate) {
+  const auto processor = processorOfValues({{text("Z"), described("(5")},
+                                            {text("Fine"), described("1")},
+                                            {text("A"), dictionaryOf({})}});
+  static_cast<void>(valueOf(*processor, "A"));
+  static_cast<void>(valueOf(*processor, "Z"));
+  static_cast<void>(valueOf(*processor, "Fine"));
+  const RefPtr<Dictionary> report = processor->errorInfo();
+  ASSERT_EQ(report->count(), 2U);
+  EXPECT_EQ(descriptionOf(report->begin()->key), "Z");
+  const auto* broken = castTo<Dictionary>(report->objectForKey("A"));
+  EXPECT_EQ(broken->objectForKey("category").number().encoding(), 'i');
+  EXPECT_EQ(descriptionOf(broken->objectForKey("category")), "3");
+  EXPECT_EQ(descriptionOf(broken->objectForKey("description")), "Failed to create processor");
+}
+
+TEST_F(TemplateProcessor, KnowsWhereErrorsWereRaised) {
+  const auto processor = processorOf(dictionaryOf(
+      {{text("TemplateMacroses"), dictionaryOf({{text("Less"), text("@arg0 lt \"x\"")}})},
+       {text("TemplateConstants"), dictionaryOf({{text("Wrong"), text("5 # 6")}})},
+       {text("TemplateValues"), dictionaryOf({{text("Direct"), described("1 + (2 lt \"x\")")},
+                                              {text("InMacro"), described("_Less(1)")},
+                                              {text("Constant"), described("$Wrong")},
+                                              {text("None"), dictionaryOf({})}})}}));
+  for (const char* key : {"Direct", "InMacro", "Constant", "None"}) {
+    static_cast<void>(valueOf(*processor, key));
+  }
+  const std::vector<TemplateError> errors = processor->errors();
+  ASSERT_EQ(errors.size(), 3U);
+  EXPECT_EQ(errors[0].key->view(), "Direct");
+  EXPECT_EQ(errors[0].error->expression()->view(), "1 + (2 lt \"x\")");
+  EXPECT_EQ(errors[0].error->sourceRange(), (SourceRange{7, 9}));
+  EXPECT_EQ(errors[1].key->view(), "InMacro");
+  EXPECT_EQ(errors[1].error->expression()->view(), "@arg0 lt \"x\"");
+  EXPECT_EQ(errors[1].error->sourceRange(), (SourceRange{6, 8}));
+  EXPECT_EQ(errors[2].key->view(), "None");
+  EXPECT_FALSE(errors[2].error);
+  EXPECT_EQ(errors[2].category(), TemplateError::kNoProcessor);
+  const std::vector<TemplateError> constants = processor->constantErrors();
+  ASSERT_EQ(constants.size(), 1U);
+  EXPECT_EQ(constants[0].error->expression()->view(), "5 # 6");
+  EXPECT_EQ(constants[0].error->sourceRange(), (SourceRange{2, 3}));
+}
+
+TEST_F(TemplateProcessor, CompilesAMacroOnceForAllValues) {
+  // Every call records the error of the one compilation.
+  const auto processor = processorOf(dictionaryOf(
+      {{text("TemplateMacroses"), dictionaryOf({{text("Broken"), text("(5")}})},
+       {text("TemplateValues"), dictionaryOf({{text("A"), described("_Broken()")},
+                                              {text("B"), described("1 + _Broken()")}})}}));
+  static_cast<void>(valueOf(*processor, "A"));
+  static_cast<void>(valueOf(*processor, "B"));
+  const std::vector<TemplateError> errors = processor->errors();
+  ASSERT_EQ(errors.size(), 2U);
+  EXPECT_EQ(errors[0].error.get(), errors[1].error.get());
+}
+
+TEST_F(TemplateProcessor, GivesAllValuesInTheOrderOfTheTemplate) {
+  const auto processor = processorOfValues(
+      {{text("Z"), described("1")}, {text("Nil"), described("@nil")}, {text("A"), described("2")}});
+  const RefPtr<Dictionary> all = processor->entireInfo();
+  ASSERT_EQ(all->count(), 2U);
+  EXPECT_EQ(descriptionOf(all->begin()->key), "Z");
+  EXPECT_EQ(descriptionOf(all->objectForKey("A")), "2");
+}
+
+TEST_F(TemplateProcessor, SkipsKeysThatAreNoTexts) {
+  const auto processor = processorOfValues({{Number::integer(1), described("1")},
+                                            {Value::null(), described("1")},
+                                            {text("A"), described("1")}});
+  EXPECT_EQ(processor->entireInfo()->count(), 1U);
+  EXPECT_FALSE(processor->errorInfo());
+}
+
+TEST_F(TemplateProcessor, IsMadeAndAskedByName) {
+  const Value configuration =
+      dictionaryOf({{text("TemplateValues"), dictionaryOf({{text("A"), described("1")}})}});
+  const Value processor =
+      instantiate(ADMTemplateProcessor::kClass,
+                  Selector("initWithServiceCreator:configurationTemplate:inputParameters:"),
+                  {creator_, configuration, Value()});
+  EXPECT_EQ(descriptionOf(send(processor, Selector("valueForKey:"), {text("A")})), "1");
+  // The platform's look-up by key asks the same method.
+  EXPECT_EQ(descriptionOf(valueForKey(processor, *String::create("A"))), "1");
+  EXPECT_FALSE(send(processor, Selector("valueRepresentationForKey:"), {text("A")}).isNil());
+  EXPECT_EQ(send(processor, Selector("globalConfiguration")).object(),
+            castTo<ADMTemplateProcessor>(processor)->globalConfiguration().get());
+  EXPECT_TRUE(send(processor, Selector("errorInfo")).isNil());
+  EXPECT_EQ(castTo<Dictionary>(send(processor, Selector("entireInfo")))->count(), 1U);
+  send(processor, Selector("startNewSession:"), {Value::boolean(true)});
+  EXPECT_EQ(creator_->reinitialized, 1);
+  EXPECT_TRUE(send(processor, Selector("servicesAvailable")).number().boolValue());
+}
+
+TEST_F(TemplateProcessor, IsReachedThroughAHolderThatDoesNotOwnIt) {
+  auto processor = processorOfValues({{text("A"), described("1")}});
+  const Value holder = processor->globalConfiguration()->objectForKey("EntireTemplateProcessor");
+  EXPECT_EQ(descriptionOf(send(holder, Selector("valueForKey:"), {text("A")})), "1");
+  EXPECT_EQ(processor->referenceCount(), 1U);
+  processor = nullptr;
+  EXPECT_TRUE(send(holder, Selector("valueForKey:"), {text("A")}).isNil());
+}
+
+TEST_F(TemplateProcessor, HoldersAreMadeByName) {
+  const auto processor = processorOfValues({{text("A"), described("1")}});
+  const Value holder = instantiate(ADMTemplateProcessorHolder::kClass,
+                                   Selector("initWithTemplateProcessor:"), {Value(processor)});
+  EXPECT_EQ(descriptionOf(valueForKey(holder, *String::create("A"))), "1");
+}
+
+TEST_F(TemplateProcessor, LivesOnAfterValuesInACircle) {
+  const auto processor = processorOfValues({{text("Self"), described("[Self]")},
+                                            {text("A"), described("[B]")},
+                                            {text("B"), described("1 + [A]")},
+                                            {text("Fine"), described("5")}});
+  runOnStackOf(std::size_t{1024} * 1024, [&] {
+    for (const char* key : {"Self", "A", "B"}) {
+      EXPECT_EQ(reasonOf([&] { static_cast<void>(valueOf(*processor, key)); }), "nested too deeply")
+          << key;
+    }
+    EXPECT_EQ(descriptionOf(valueOf(*processor, "Fine")), "5");
+  });
+}
+
+TEST_F(TemplateProcessor, ReachesALongChainOfValues) {
+  DictionaryBuilder values;
+  constexpr int kLength = 500;
+  for (int i = 0; i < kLength; ++i) {
+    values.set("V" + std::to_string(i), described("[V" + std::to_string(i + 1) + "]"));
+  }
+  values.set("V" + std::to_string(kLength), described("\"end\""));
+  const auto processor = processorOf(dictionaryOf({{text("TemplateValues"), values.build()}}));
+  EXPECT_EQ(descriptionOf(valueOf(*processor, "V0")), "end");
+}
+
+TEST_F(TemplateProcessor, TakesHugeTemplates) {
+  DictionaryBuilder values;
+  constexpr int kCount = 20'000;
+  for (int i = 0; i < kCount; ++i) {
+    values.set("V" + std::to_string(i), i % 2 == 0 ? described(std::to_string(i)) : text("odd"));
+  }
+  values.set("Long", described("\"" + std::string(1'000'000, 'x') + "\""));
+  const auto processor = processorOf(dictionaryOf({{text("TemplateValues"), values.build()}}));
+  EXPECT_EQ(processor->entireInfo()->count(), kCount / 2 + 1U);
+  EXPECT_FALSE(processor->errorInfo());
+}
+
+TEST_F(TemplateProcessor, TakesDeepTemplates) {
+  const Value deep = nestedDictionaries(200'000, text("1"));
+  const auto processor = processorOf(dictionaryOf(
+      {{text("TemplateConstants"), deep},
+       {text("TemplateMacroses"), deep},
+       {text("TemplateValues"),
+        dictionaryOf(
+            {{text("A"), deep},
+             {text("B"), dictionaryOf({{text("Value"), deep}, {text("Filter"), deep}})}})}}));
+  EXPECT_TRUE(valueOf(*processor, "A").isNil());
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(valueOf(*processor, "B")); }), "nested too deeply");
+}
+
+// Every section, and every part of a description, as a value of every kind.
+TEST_F(TemplateProcessor, TakesWhatIsOfTheWrongType) {
+  const std::vector<Value> odd = {Value::null(),
+                                  Value::boolean(true),
+                                  Number::integer(5),
+                                  Value(Number::real(2.5)),
+                                  text("text"),
+                                  text(""),
+                                  arrayOf({text("1")}),
+                                  dictionaryOf({}),
+                                  dictionaryOf({{text("Value"), Value::null()}})};
+  const auto ask = [this](const Value& configuration, const Value& input) {
+    const auto processor = processorOf(configuration, input);
+    for (const char* key : {"A", "Value", "1"}) {
+      static_cast<void>(reasonOf([&] { static_cast<void>(valueOf(*processor, key)); }));
+    }
+    static_cast<void>(reasonOf([&] { static_cast<void>(processor->entireInfo()); }));
+    static_cast<void>(processor->errorInfo());
+    processor->startNewSession(true);
+  };
+  for (const Value& value : odd) {
+    for (const char* section : {"TemplateValues", "TemplateConstants", "TemplateMacroses"}) {
+      DictionaryBuilder sections;
+      sections.set("TemplateValues", dictionaryOf({{text("A"), described("_A($A + [A1], @nil)")}}));
+      sections.set(section, value);
+      ask(sections.build(), dictionaryOf({{text("A"), value}}));
+      sections = DictionaryBuilder();
+      sections.set("TemplateValues",
+                   dictionaryOf({{text("A"), described("_A($A + _InputValue(\"A\"))")}}));
+      sections.set(section, dictionaryOf({{text("A"), value}}));
+      ask(sections.build(), value);
+    }
+    for (const char* part :
+         {"Value", "ServiceName", "EvaluationContext", "Filter", "Range", "AcceptsEmptyArray"}) {
+      DictionaryBuilder description;
+      description.set("Value", text("1"));
+      description.set(part, value);
+      ask(dictionaryOf(
+              {{text("TemplateValues"), dictionaryOf({{text("A"), description.build()}})}}),
+          Value());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace commandfilter::testing
