@@ -125,7 +125,7 @@ TEST(Representation, IsMadeAndAskedByName) {
 }
 
 TEST(Representation, DoesNotExhaustTheStackWithDeepDictionaries) {
-  const Value deep = nestedDictionaries(1'000'000, text("1"));
+  const Value deep = nestedDictionaries(200'000, text("1"));
   const Value info = dictionaryOf({{text("Value"), deep}});
   const auto value = ADMStatusValueRepresentation::
       initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
