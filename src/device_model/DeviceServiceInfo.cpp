@@ -29,6 +29,8 @@ void DeviceServiceInfo::removeFromRunLoop_forMode(RunLoop& runLoop, const String
 }
 
 void DeviceServiceInfo::resolveWithTimeout(double seconds) {
+  // The delegate may drop the last reference.
+  const Ref<DeviceServiceInfo> self(*this);
   state_ = 0;
   running_ = resolution();
   // Negated, so that what is not a number counts as 0.
