@@ -39,6 +39,7 @@ TEST(URIScheme, IsMissingWhereTheRestCannotBeAURI) {
         std::string("%"), std::string("%4"), std::string("%4g"), std::string("%zz")}) {
     EXPECT_EQ(schemeOf("usb:" + rest), "none") << rest;
   }
+  EXPECT_EQ(schemeOf(std::string_view("usb:%41").substr(0, 6)), "none") << "cut off";
 }
 
 TEST(URIScheme, IsThereWhateverElseTheURIHolds) {

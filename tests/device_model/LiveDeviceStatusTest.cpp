@@ -105,6 +105,19 @@ TEST_F(LiveDevice, HasNilForWhatNobodyKnows) {
   }
 }
 
+TEST_F(LiveDevice, KnowsNothingFromAnswersThatSayNothing) {
+  device_.backend.objects = testing::BackendScript::Objects{
+      {".1.3.6.1.2.1.25.3.2.1.5.1", "down"},
+      {".1.3.6.1.2.1.25.3.5.1.1.1", std::string("\0\xFF", 2)},
+      {".1.3.6.1.2.1.43.5.1.1.17.1", std::string(" \0", 2)},
+      {".1.3.6.1.2.1.43.10.2.1.4.1.1", "-2"},
+  };
+  device_.queue.parts.resource = "/?serial=URI-1";
+  EXPECT_EQ(answer("deviceState"), "(null)");
+  EXPECT_EQ(answer("deviceSerialNumber"), "URI-1");
+  EXPECT_TRUE(ask(status(), "valueForFeature:", {stringOf("pageCount")}).isNil());
+}
+
 TEST_F(LiveDevice, IsAskedOnceForEachFact) {
   useAgent();
   const Value service = status();

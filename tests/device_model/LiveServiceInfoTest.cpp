@@ -127,6 +127,13 @@ TEST(LiveServiceInfo, FallsBackToThePPD) {
   EXPECT_THAT(device.backend.requests, ElementsAre("4"));
 }
 
+TEST(LiveServiceInfo, FallsBackToThePPDForAnIDWithoutText) {
+  ScriptedDevice device;
+  device.backend.deviceID = std::string(2, '\0');
+  device.queue.ppd["1284DeviceID"] = "MFG:Acme;";
+  EXPECT_EQ(device.resolved()->deviceID()->view(), "MFG:Acme;");
+}
+
 TEST(LiveServiceInfo, KnowsWhatTheDeviceDoesNotTell) {
   ScriptedDevice device;
   const Ref<LiveServiceInfo> info = device.resolved();
@@ -167,6 +174,7 @@ TEST(LiveServiceInfo, AsksTheBroughtDeviceOnceEvenWhenItHasNoID) {
   EXPECT_EQ(info->deviceID(), nullptr);
   EXPECT_FALSE(info->isReachable());
   EXPECT_THAT(BroughtDevice::script().calls, ElementsAre("init riousbprint://x", "deviceID"));
+  EXPECT_EQ(info->modelName(), nullptr) << "an empty name is none";
 }
 
 TEST(LiveServiceInfo, DoesNotResolveWhenTheIOProviderHasNoDevice) {
@@ -219,6 +227,8 @@ TEST(LiveServiceInfo, TellsTheFactsOfTheConnection) {
   const RefPtr<Dictionary> contradicted = device.resolved()->connectionParams();
   EXPECT_EQ(textOf(castTo<String>(contradicted->objectForKey(kIPAddressParam))), "10.0.0.5");
   EXPECT_EQ(contradicted->objectForKey("Port").number().intValue(), 9100);
+  device.queue.parts = {"socket", "10.0.0.5", 0, ""};
+  EXPECT_TRUE(device.resolved()->connectionParams()->objectForKey("Port").isNil());
 }
 
 TEST(LiveServiceInfo, ReadsTheQueueOnceTheBackendHasAnswered) {

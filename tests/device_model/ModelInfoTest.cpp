@@ -56,6 +56,8 @@ TEST_F(ModelTables, AreRegisteredWhenTheyAreThere) {
   EXPECT_FALSE(manager->registerTable_location(name.get(), nullptr));
   EXPECT_FALSE(manager->registerTable_location(nullptr, name.get()));
   EXPECT_FALSE(manager->registerTable_location(name.get(), String::create("").get()));
+  const std::string cut = folder_.path().string() + std::string("\0x", 2);
+  EXPECT_FALSE(manager->registerTable_location(name.get(), String::create(cut).get()));
   EXPECT_EQ(manager.get(), ModelInfoManager::sharedManager().get());
 }
 

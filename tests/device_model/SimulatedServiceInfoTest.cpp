@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <array>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -53,6 +56,8 @@ class SimulatedDevice : public ::testing::Test {
   testing::TemporaryFolder folder_;
   std::string path_ = folder_.path() / "device.plist";
 };
+
+constinit const Class kTakenFactory{.name = "ADMTakenServiceFactory", .base = &Object::kClass};
 
 const std::string kService =
     "<key>StatusServices</key><dict>"
@@ -144,6 +149,42 @@ TEST_F(SimulatedDevice, MayLetItsDelegateGoWithIt) {
   EXPECT_THAT(delegate->calls, ElementsAre("resolved"));
 }
 
+TEST_F(SimulatedDevice, FailsWhenNothingCanBeWaitedFor) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizers need descriptors for their own checks";
+#endif
+  RefPtr<SimulatedServiceInfo> info =
+      device("<key>Resolution</key><dict><key>Delay</key><integer>1000</integer></dict>");
+  testing::runInChild([&info] {
+    const Ref<RecordingDelegate> delegate = make<RecordingDelegate>();
+    delegate->then = [&](ADMServiceInfo& /*ended*/) { info = nullptr; };
+    const Ref<RunLoop> loop = RunLoop::currentRunLoop();
+    for (const char* mode : {"FIRST_MODE", "SECOND_MODE"}) {
+      info->scheduleInRunLoop_forMode(*loop, *String::create(mode));
+    }
+    info->setDelegate(delegate.get());
+    // The description is read and libuv loaded; a new mode still needs descriptors.
+    EXPECT_EQ(info->modelName(), nullptr);
+    EXPECT_TRUE(loop->addTimer(0, *String::create("OTHER_MODE"), [] {}));
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    ADMServiceInfo& device = *info;
+    device.resolveWithTimeout(30);
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_THAT(delegate->calls, ElementsAre(HasSubstr("cannot wait for the device: ")));
+  });
+}
+
+TEST_F(SimulatedDevice, IsUnresolvedWhileItResolvesAgain) {
+  const Ref<SimulatedServiceInfo> info =
+      device("<key>Resolution</key><dict><key>Delay</key><real>0.01</real></dict>");
+  EXPECT_THAT(resolve(*info), ElementsAre("resolved"));
+  info->resolveWithTimeout(30);
+  EXPECT_EQ(info->serviceState(), 0);
+}
+
 TEST_F(SimulatedDevice, FailsWhenItsDescriptionSaysSo) {
   const Ref<SimulatedServiceInfo> info =
       device("<key>Resolution</key><dict><key>Outcome</key><string>fail</string></dict>");
@@ -160,7 +201,9 @@ TEST_F(SimulatedDevice, GivesUpAtTheTimeout) {
   const Ref<SimulatedServiceInfo> slow =
       device("<key>Resolution</key><dict><key>Delay</key><integer>1000</integer></dict>");
   EXPECT_THAT(resolve(*slow, 0.01), ElementsAre("the device did not answer in time"));
-  EXPECT_THAT(resolve(*slow, -1), ElementsAre("the device did not answer in time"));
+  for (const double none : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_THAT(resolve(*slow, none), ElementsAre("the device did not answer in time"));
+  }
 }
 
 TEST_F(SimulatedDevice, EndsInTheStateOfItsDescription) {
@@ -249,6 +292,10 @@ TEST_F(SimulatedDevice, MakesFactoriesForServicesOfOtherNames) {
   const Value service = sendToClass(*factory, make, {info});
   EXPECT_TRUE(equal(ask(service, "sheets"), Number::integer(5)));
   EXPECT_EQ(classNamed("ADMDMFDeviceStatusServiceFactory"), nullptr);
+  const std::array<const Class*, 1> own{&kTakenFactory};
+  const auto registration = ClassRegistry::shared().add(own);
+  resolve(*device("<key>StatusServices</key><dict><key>Taken</key><dict/></dict>"));
+  EXPECT_EQ(classNamed("ADMTakenServiceFactory"), &kTakenFactory);
   const Ref<SimulatedServiceInfo> other = device("");
   resolve(*other);
   EXPECT_TRUE(sendToClass(*factory, make, {other}).isNil());

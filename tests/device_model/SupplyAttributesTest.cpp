@@ -44,6 +44,20 @@ TEST(SupplyAttributes, HaveWordsForLevelsThatAreNone) {
   EXPECT_EQ(supplies[4].percent, 100);
 }
 
+TEST(SupplyAttributes, WarnAtTenPercentWithoutALimitThatMakesSense) {
+  for (const char* limit : {"-1", "0", "100", "101", "x"}) {
+    const std::vector<Supply> supplies = suppliesOfAttributes({
+        {"marker-types", {"toner", "waste-toner"}},
+        {"marker-levels", {"11", "89"}},
+        {"marker-low-levels", {limit, limit}},
+        {"marker-high-levels", {limit, limit}},
+    });
+    EXPECT_EQ(supplies[0].state(), "ok") << limit;
+    EXPECT_EQ(supplies[0].lowPercent, std::nullopt) << limit;
+    EXPECT_EQ(supplies[1].lowPercent, std::nullopt) << limit;
+  }
+}
+
 TEST(SupplyAttributes, MayBeOfDifferentLengths) {
   const std::vector<Supply> supplies = suppliesOfAttributes(
       {{"marker-names", {"A", "B"}}, {"marker-levels", {"1"}}, {"marker-types", {}}});

@@ -111,6 +111,9 @@ TEST_F(SupplyTables, LeaveOutWhatMakesNoSense) {
   ObjectID other = suppliesTable();
   other.insert(other.end(), {2, 6, 1, 2});
   supplies_.push_back({other, "Other"});
+  ObjectID elsewhere = colorantTable();
+  elsewhere.insert(elsewhere.end(), {1, 6, 1, 3});
+  supplies_.push_back({elsewhere, "Elsewhere"});
   const std::vector<Supply> supplies = suppliesOfTables(supplies_, colorants_);
   ASSERT_EQ(supplies.size(), 1U);
   EXPECT_EQ(supplies[0].type, "");
@@ -127,6 +130,15 @@ TEST_F(SupplyTables, AreThoseOfTheFirstDevice) {
   const std::vector<Supply> supplies = suppliesOfTables(supplies_, colorants_);
   ASSERT_EQ(supplies.size(), 1U);
   EXPECT_EQ(supplies[0].name, "A");
+}
+
+TEST_F(SupplyTables, HaveNoColourOfAnIndexThatIsNone) {
+  addColorant(1, "cyan");
+  for (const char* index : {"0", "-1", "2", "4294967297", "x", ""}) {
+    supplies_.clear();
+    addRow(1, {"1", index, "3"});
+    EXPECT_EQ(suppliesOfTables(supplies_, colorants_).at(0).colorName, "") << index;
+  }
 }
 
 TEST_F(SupplyTables, TakeTheirColoursFromTheSameDevice) {
