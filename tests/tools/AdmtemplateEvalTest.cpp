@@ -1,0 +1,180 @@
+// admtemplate eval, as a user runs it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/ChildProcess.h"
+#include "support/File.h"
+#include "support/TemporaryFolder.h"
+
+namespace commandfilter::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
+<key>TemplateValues</key><dict>
+  <key>Model</key>
+  <dict><key>Value</key><string>"Printer " + {Name}</string>
+        <key>ServiceName</key><string>DMFDeviceStatus</string></dict>
+  <key>Wrong</key><dict><key>Value</key><string>1 gt "x"</string></dict>
+  <key>Twice</key><dict><key>Value</key><string>_Double([Wrong] or _InputValue("Start"))</string></dict>
+  <key>List</key><dict><key>Value</key><string>_Array(@true, 1)</string></dict>
+  <key>Useless</key><dict/>
+</dict>
+<key>TemplateMacroses</key><dict><key>Double</key><string>@arg0 + @arg0</string></dict>
+</dict></plist>
+)";
+
+constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
+<key>DeviceID</key><string>MFG:Acme;MDL:M1;CMD:PCL;</string>
+<key>StatusServices</key><dict><key>DMFDeviceStatus</key><dict><key>Features</key><dict>
+  <key>Name</key><dict><key>Value</key><string>M1</string></dict>
+</dict></dict></dict>
+</dict></plist>
+)";
+
+class AdmtemplateEval : public ::testing::Test {
+ protected:
+  AdmtemplateEval() {
+    writeFile(template_, kTemplate);
+    writeFile(device_, kDevice);
+    writeFile(input_, "<plist><dict><key>Start</key><integer>4</integer></dict></plist>");
+  }
+
+  ChildResult eval(const std::vector<std::string>& arguments) {
+    ChildOptions options;
+    options.program = ADMTEMPLATE;
+    options.arguments = {"admtemplate", "eval"};
+    options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
+    options.environment = {"PATH=/usr/bin:/bin"};
+    return runChild(options);
+  }
+  // What cannot be used: status 2, nothing on standard output, this on standard error.
+  void expectRefusal(const std::vector<std::string>& arguments, std::string_view reason) {
+    const ChildResult result = eval(arguments);
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, HasSubstr(std::string(reason)));
+  }
+
+  TemporaryFolder folder_;
+  std::string template_ = (folder_.path() / "template.plist").string();
+  std::string device_ = (folder_.path() / "a device.plist").string();
+  std::string input_ = (folder_.path() / "input.plist").string();
+};
+
+TEST_F(AdmtemplateEval, ShowsValuesInTheOrderOfTheFileAndErrorsWithTheirPlace) {
+  const ChildResult result = eval({template_, "--device", device_, "--input", input_});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output,
+            "Model = Printer M1\n"
+            "Wrong = nil\n"
+            "Twice = 44\n"
+            "List = (\n    1,\n    1\n)\n"
+            "Useless = nil\n"
+            "Wrong: Error 2: Incorrect types for comparison operation\n"
+            "    1 gt \"x\"\n"
+            "      ^^\n"
+            "Useless: Error 3: Failed to create processor\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(AdmtemplateEval, ShowsTheKeysThatAreNamedInTheirOrder) {
+  const ChildResult result = eval({template_, "Wrong", "Model", "--device", device_});
+  EXPECT_THAT(result.output, ::testing::StartsWith("Wrong = nil\nModel = Printer M1\n"));
+}
+
+TEST_F(AdmtemplateEval, PrintsOneJSONObject) {
+  const ChildResult result =
+      eval({template_, "--device", device_, "--input", input_, "--format", "json"});
+  EXPECT_EQ(nlohmann::json::parse(result.output), nlohmann::json::parse(R"({
+    "values": {"Model": "Printer M1", "Twice": "44", "List": [true, 1]},
+    "errors": {
+      "Wrong": {"category": 2, "description": "Incorrect types for comparison operation"},
+      "Useless": {"category": 3, "description": "Failed to create processor"}}})"));
+}
+
+TEST_F(AdmtemplateEval, HasNoErrorsInTheObjectWhenThereAreNone) {
+  const ChildResult result = eval({template_, "Model", "--device", device_, "--format", "json"});
+  EXPECT_EQ(nlohmann::json::parse(result.output),
+            nlohmann::json::parse(R"({"values": {"Model": "Printer M1"}, "errors": {}})"));
+}
+
+TEST_F(AdmtemplateEval, PrintsAPropertyListThatItCanRead) {
+  const ChildResult result = eval({template_, "Model", "--device", device_, "--format", "plist"});
+  writeFile(input_, result.output);
+  const ChildResult again =
+      eval({"--expression", R"(_InputValue("values") _GetItem "Model")", "--input", input_});
+  EXPECT_EQ(again.output, "Printer M1\n");
+}
+
+TEST_F(AdmtemplateEval, EvaluatesOneExpression) {
+  EXPECT_EQ(eval({"--expression", "1 + 2"}).output, "12\n");
+  EXPECT_EQ(eval({"--expression", "_Double(5)", "--template", template_}).output, "55\n");
+  EXPECT_EQ(eval({"--expression", "{Name}", "--service", "DMFDeviceStatus", "--device", device_,
+                  "--format", "json"})
+                .output,
+            "{\n  \"value\": \"M1\"\n}\n");
+  EXPECT_EQ(nlohmann::json::parse(eval({"--expression", "1 +", "--format", "json"}).output),
+            nlohmann::json::parse(
+                R"({"error": {"category": 1, "description": "Incorrect Expression"}})"));
+}
+
+TEST_F(AdmtemplateEval, TakesADeviceURI) {
+  const std::string uri = "simulated://" + folder_.path().string() + "/a%20device.plist";
+  EXPECT_THAT(eval({template_, "Model", "--device", uri}).output, HasSubstr("Printer M1"));
+}
+
+TEST_F(AdmtemplateEval, ExitsWithOneForErrorsWhenStrict) {
+  EXPECT_EQ(eval({template_, "--strict", "--device", device_, "Model"}).exitStatus, 0);
+  EXPECT_EQ(eval({template_, "--strict", "--device", device_, "Wrong"}).exitStatus, 1);
+  EXPECT_EQ(eval({"--strict", "--expression", "_Nothing()"}).exitStatus, 1);
+}
+
+TEST_F(AdmtemplateEval, GoesOnBehindAValueThatIsBrokenOff) {
+  writeFile(template_, R"(<plist><dict><key>TemplateValues</key><dict>
+    <key>Circle</key><dict><key>Value</key><string>[Circle]</string></dict>
+    <key>After</key><dict><key>Value</key><string>1</string></dict></dict></dict></plist>)");
+  const ChildResult text = eval({template_});
+  EXPECT_EQ(text.exitStatus, 0);
+  EXPECT_EQ(text.output, "Circle = nil\nAfter = 1\nCircle: broken off: nested too deeply\n");
+  const ChildResult json = eval({template_, "--format", "json"});
+  EXPECT_EQ(nlohmann::json::parse(json.output),
+            nlohmann::json::parse(R"({"values": {"After": 1}, "errors": {}})"));
+  EXPECT_THAT(json.errors, HasSubstr("Circle: broken off"));
+}
+
+TEST_F(AdmtemplateEval, ExplainsWhatItCannotUse) {
+  const std::string missing = (folder_.path() / "missing").string();
+  const std::string list = (folder_.path() / "list.plist").string();
+  writeFile(list, "<plist><array/></plist>");
+  expectRefusal({}, "nothing to evaluate");
+  expectRefusal({missing}, "template " + missing + ": cannot be opened");
+  expectRefusal({folder_.path().string()}, "is not a regular file");
+  expectRefusal({list}, "its root must be <dict>");
+  expectRefusal({template_, "--input", missing}, "input " + missing);
+  expectRefusal({template_, "--device", missing}, "there is no such file");
+  expectRefusal({template_, "--device", list}, "device " + list);
+  expectRefusal({template_, "--device", "simulated://" + missing}, missing);
+  expectRefusal({template_, "--plugin", missing}, "plug-in " + missing);
+  expectRefusal({template_, "Model", "--expression", "1"}, "exclude each other");
+  expectRefusal({template_, "--service", "S"}, "--service belongs to --expression");
+  expectRefusal({template_, "--format", "yaml"}, "--format");
+  expectRefusal({template_, "--unknown"}, "--unknown");
+}
+
+TEST_F(AdmtemplateEval, TellsOfKeysThatTheTemplateDoesNotHave) {
+  const ChildResult result = eval({template_, "Modle"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "Modle = nil\n");
+  EXPECT_THAT(result.errors, HasSubstr("no value named Modle"));
+}
+
+}  // namespace
+}  // namespace commandfilter::testing
