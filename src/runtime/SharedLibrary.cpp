@@ -43,20 +43,21 @@ bool isCutOff(const std::string& path) {
   });
 }
 
-// A library that comes with thirty others is most of what a short job costs, and most of that is
-// looking symbols up: these are found sooner in the library's own dependencies than behind those of
-// the program, and not at all while nobody calls them. The address sanitizer wants to be found
-// first by every library.
-int systemLibraryBinding() noexcept {
-  const bool sanitized = dlsym(RTLD_DEFAULT, "__asan_init") != nullptr;
-  return sanitized ? RTLD_LAZY : RTLD_LAZY | RTLD_DEEPBIND;
-}
-
 Result<void*> loadCode(const char* place, int binding) {
   void* handle = dlopen(place, binding | RTLD_LOCAL);
   if (handle != nullptr) return handle;
   const char* reason = dlerror();
   return Failure{reason != nullptr ? reason : "cannot be loaded"};
+}
+
+// False when something took the place of the C library's allocator: sanitizers, or a library that
+// was loaded before all others.
+bool usesOwnAllocator() noexcept {
+  void* library = dlopen("libc.so.6", RTLD_LAZY | RTLD_NOLOAD);
+  if (library == nullptr) return false;
+  const bool same = dlsym(library, "malloc") == dlsym(RTLD_DEFAULT, "malloc");
+  dlclose(library);
+  return same;
 }
 
 }  // namespace
@@ -73,7 +74,11 @@ Result<SharedLibrary> SharedLibrary::open(const std::string& path) {
 }
 
 Result<SharedLibrary> SharedLibrary::openSystemLibrary(const char* name) {
-  Result<void*> handle = loadCode(name, systemLibraryBinding());
+  // The loader's searches are nearly the whole cost of libcups: functions that are never called are
+  // not searched for, and those that are, not in this program first. A library that searches so
+  // would not see an allocator that took the place of the C library's.
+  const int binding = RTLD_LAZY | (usesOwnAllocator() ? RTLD_DEEPBIND : 0);
+  Result<void*> handle = loadCode(name, binding);
   if (!handle) return Failure{handle.reason()};
   return SharedLibrary(*handle, Kind::System);
 }
@@ -89,10 +94,11 @@ const void* SharedLibrary::symbol(const char* name) const noexcept {
   // Asking whose the address is costs a walk over all the library's names.
   if (address == nullptr || kind_ == Kind::System) return address;
   // The search goes on in the libraries that this one is linked with; their names do not count.
-  const link_map* self = nullptr;
-  Dl_info found{};
-  if (dlinfo(handle_, RTLD_DI_LINKMAP, &self) != 0 || dladdr(address, &found) == 0) return nullptr;
-  const bool own = reinterpret_cast<ElfW(Addr)>(found.dli_fbase) == self->l_addr;
+  link_map* self = nullptr;
+  dl_find_object found{};
+  const bool own = dlinfo(handle_, RTLD_DI_LINKMAP, &self) == 0 &&
+                   _dl_find_object(const_cast<void*>(address), &found) == 0 &&
+                   found.dlfo_link_map == self;
   return own ? address : nullptr;
 }
 

@@ -1,19 +1,16 @@
 #include "runtime/Text.h"
 
-#include <unicode/stringoptions.h>
-#include <unicode/ucasemap.h>
-#include <unicode/uchar.h>
-
 #include <limits>
 #include <memory>
 
+#include "runtime/ICULibrary.h"
 #include "runtime/UTF8.h"
 
 namespace commandfilter {
 
 namespace {
 
-using CaseMapping = int32_t (*)(const UCaseMap*, char*, int32_t, const char*, int32_t, UErrorCode*);
+using CaseMapping = decltype(ICULibrary::toLower);
 
 // ICU counts in 32 bits; a longer text is mapped in pieces that end with a character.
 constexpr std::size_t kPiece = std::numeric_limits<std::int32_t>::max() / 8;
@@ -35,10 +32,13 @@ void appendMapped(std::string& result, std::string_view piece, const UCaseMap* m
   result.resize(start + room);
 }
 
-std::string mapped(std::string_view text, CaseMapping mapping) {
+// Without ICU the text stays as it is.
+std::string mapped(std::string_view text, CaseMapping ICULibrary::*mapping) {
+  const ICULibrary* icu = ICULibrary::shared();
+  if (icu == nullptr) return std::string(text);
   UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UCaseMap, decltype(&ucasemap_close)> map(ucasemap_open("", 0, &status),
-                                                                 &ucasemap_close);
+  const std::unique_ptr<UCaseMap, decltype(icu->closeCaseMap)> map(icu->openCaseMap("", 0, &status),
+                                                                   icu->closeCaseMap);
   std::string result;
   while (!text.empty()) {
     std::size_t size = text.size();
@@ -46,10 +46,16 @@ std::string mapped(std::string_view text, CaseMapping mapping) {
       size = kPiece;
       while ((static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) --size;
     }
-    appendMapped(result, text.substr(0, size), map.get(), mapping);
+    appendMapped(result, text.substr(0, size), map.get(), icu->*mapping);
     text.remove_prefix(size);
   }
   return result;
+}
+
+// A bit for the general category; none without ICU.
+std::uint32_t categoryOf(char32_t codePoint) noexcept {
+  const ICULibrary* icu = ICULibrary::shared();
+  return icu != nullptr ? U_MASK(icu->charType(static_cast<UChar32>(codePoint))) : 0;
 }
 
 constexpr char asciiLower(char c) noexcept {
@@ -62,14 +68,14 @@ constexpr char asciiUpper(char c) noexcept {
 }  // namespace
 
 std::string lowercase(std::string_view text) {
-  if (!isASCII(text)) return mapped(text, &ucasemap_utf8ToLower);
+  if (!isASCII(text)) return mapped(text, &ICULibrary::toLower);
   std::string result(text);
   for (char& c : result) c = asciiLower(c);
   return result;
 }
 
 std::string uppercase(std::string_view text) {
-  if (!isASCII(text)) return mapped(text, &ucasemap_utf8ToUpper);
+  if (!isASCII(text)) return mapped(text, &ICULibrary::toUpper);
   std::string result(text);
   for (char& c : result) c = asciiUpper(c);
   return result;
@@ -77,8 +83,10 @@ std::string uppercase(std::string_view text) {
 
 bool isWhitespace(char32_t codePoint) noexcept {
   if (codePoint < 128) return codePoint == ' ' || codePoint == '\t';
-  return u_charType(static_cast<UChar32>(codePoint)) == U_SPACE_SEPARATOR;
+  return (categoryOf(codePoint) & U_GC_ZS_MASK) != 0;
 }
+
+bool isLetter(char32_t codePoint) noexcept { return (categoryOf(codePoint) & U_GC_L_MASK) != 0; }
 
 bool isNewline(char32_t codePoint) noexcept {
   return (codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x85 || codePoint == 0x2028 ||

@@ -16,6 +16,8 @@ namespace commandfilter {
 
 /// True for tab and the space separators (Unicode general category Zs); not for line ends.
 [[nodiscard]] COMMANDFILTER_EXPORT bool isWhitespace(char32_t codePoint) noexcept;
+/// Unicode general category L; surrogates are no letters.
+[[nodiscard]] COMMANDFILTER_EXPORT bool isLetter(char32_t codePoint) noexcept;
 /// True for U+000A to U+000D, U+0085, U+2028 and U+2029.
 [[nodiscard]] COMMANDFILTER_EXPORT bool isNewline(char32_t codePoint) noexcept;
 
