@@ -1,4 +1,4 @@
-// A plug-in for the commands "Hello" and "Hello again".
+// A plug-in for the commands "Hello", "Hello again" and "Report device".
 #include <filter/protocols/ICommandFilterExecutor.h>
 #include <runtime/Class.h>
 #include <runtime/Format.h>
@@ -6,6 +6,8 @@
 
 #include <array>
 #include <utility>
+
+#include "HelloDeviceService.h"
 
 using namespace commandfilter;
 
@@ -25,11 +27,18 @@ class HelloExecutor final : public Implements<Object, ICommandFilterExecutor> {
 
   // The description of the result becomes one line of the job's log.
   Value executeCommand(const String& command) override {
+    if (command.view() == "Report device") return reportDevice();
     context_->reportMessageWithFormat("INFO: Carrying out %@", command);
     return format("Hello from the plug-in: %@", command);
   }
 
  private:
+  Value reportDevice() {
+    const auto device = context_->service<HelloDeviceService>("HelloDevice");
+    if (!device) return String::create("There is no device");
+    return format("The device is a %@, its ID is %@", device->modelName(), device->deviceID());
+  }
+
   Ref<ICommandFilterContext> context_;
 };
 
@@ -43,5 +52,5 @@ constinit const Class HelloExecutor::kClass{.name = "HelloExecutor",
                                             .initializers = kInitializers};
 
 // What the bundle hands over when it is loaded.
-constexpr const Class* kClasses[] = {&HelloExecutor::kClass};
+constexpr const Class* kClasses[] = {&HelloExecutor::kClass, &HelloDeviceService::kClass};
 extern "C" constinit const Module command_filter_module = moduleOf(kClasses);
