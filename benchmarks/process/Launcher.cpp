@@ -62,7 +62,8 @@ RunResult parse(const Program& program, const std::string& answer) {
   int status = 0;
   double wallNs = 0;
   double cpuUs = 0;
-  stream >> result.pid >> status >> wallNs >> cpuUs >> result.peakKib >> result.launcherKib;
+  stream >> result.pid >> status >> wallNs >> cpuUs >> result.peakKib >> result.launcherKib >>
+      result.requests;
   if (word != "ok" || !stream) fail(program, "the launcher answered \"" + answer + "\"");
   if (!WIFEXITED(status) || WEXITSTATUS(status) != program.expectedStatus) {
     fail(program,
@@ -78,9 +79,13 @@ RunResult parse(const Program& program, const std::string& answer) {
 RunResult Launcher::run(const Program& program) const { return run(program, Surroundings()); }
 
 RunResult Launcher::run(const Program& program, const Surroundings& surroundings) const {
-  std::vector<std::string> arguments = {helper_, std::to_string(surroundings.timeoutSeconds),
-                                        program.standardInput, surroundings.standardOutput,
-                                        surroundings.standardError};
+  std::vector<std::string> arguments = {helper_,
+                                        std::to_string(surroundings.timeoutSeconds),
+                                        program.standardInput,
+                                        surroundings.standardOutput,
+                                        surroundings.standardError,
+                                        program.deviceID};
+  arguments.insert(arguments.end(), program.environment.begin(), program.environment.end());
   arguments.insert(arguments.end(), surroundings.environment.begin(),
                    surroundings.environment.end());
   arguments.insert(arguments.end(), {"--", program.path});

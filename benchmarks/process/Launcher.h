@@ -17,6 +17,8 @@ struct Program {
   std::filesystem::path standardInput = "/dev/null";
   int expectedStatus = 0;
   bool ours = false;
+  std::vector<std::string> environment = {};  // NAME=VALUE, or NAME to take it away
+  std::string deviceID = {};                  // what a backend answers at once; empty: no backend
 };
 
 struct RunResult {
@@ -25,6 +27,7 @@ struct RunResult {
   double cpuMs = 0;
   long peakKib = 0;
   long launcherKib = 0;
+  int requests = 0;  // to the backend
 };
 
 // Runs programs through process_launcher, one at a time, from exec to exit.

@@ -13,6 +13,9 @@ inline constexpr double kInstructionLimit = 1.3;
 inline constexpr double kWallLimit = 1.3;
 inline constexpr double kMemoryLimit = 1.5;
 
+// How often a job may ask the backend for the device's ID.
+inline constexpr double kRequestLimit = 1;
+
 // Of the exponent with which the cost grows with the lines; one is linear.
 inline constexpr double kGrowthLimit = 1.15;
 

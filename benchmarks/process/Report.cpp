@@ -147,6 +147,7 @@ Json json(const std::vector<LimitCheck>& limits) {
 
 void print(const Report& report) {
   if (report.programs) print(*report.programs);
+  if (report.devices) print(*report.devices);
   if (report.scaling) print(*report.scaling);
   if (!report.growth.empty()) print(report.growth);
   if (report.bundles) print(*report.bundles);
@@ -161,6 +162,7 @@ void writeJson(const Report& report, const std::filesystem::path& file) {
   Json result;
   result["launcherKib"] = report.launcherKib;
   if (report.programs) result["programs"] = json(*report.programs);
+  if (report.devices) result["devices"] = json(*report.devices);
   if (report.scaling) {
     result["scaling"] = json(*report.scaling);
     result["scaling"]["growth"] = json(report.growth);

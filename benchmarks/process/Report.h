@@ -29,6 +29,7 @@ struct Report {
   std::optional<Table> programs;
   std::optional<Table> scaling;
   std::vector<Growth> growth;
+  std::optional<Table> devices;
   std::optional<Table> bundles;
   std::vector<LoadRow> loads;
   std::vector<LimitCheck> limits;

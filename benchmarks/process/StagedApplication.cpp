@@ -148,6 +148,8 @@ StagedApplication StagedApplication::make(const Source& source, int bundles, con
     const fs::path target = copy / "Contents" / name;
     if (name == "Info.plist") {
       fs::copy_file(entry.path(), target);
+    } else if (name == "Frameworks" && !source.deviceModel) {
+      fs::create_directory(target);
     } else if (name != "PlugIns" && !fs::exists(target)) {
       fs::create_symlink(entry.path(), target);
     }

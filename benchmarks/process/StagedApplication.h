@@ -15,6 +15,7 @@ class StagedApplication {
     std::filesystem::path executable;   // below it; the copy runs from the copied application
     std::filesystem::path plugIn;       // the bundle that is multiplied
     std::string command;                // served by the bundle that the filter meets first
+    bool deviceModel = true;            // with the framework, if the application has it
   };
 
   // `folder` must not exist yet. The launcher runs the dynamic loader, to see what the copy needs.

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "DeviceJobs.h"
 #include "InstructionCounter.h"
 #include "Launcher.h"
 #include "Limits.h"
@@ -131,9 +132,10 @@ class Benchmark {
   long reportedLines(const Program& program) const;
   void countInstructions(std::vector<Series>& all, int runs) const;
   void measurePrograms();
+  void measureDevices();
   void measureScaling();
   void measureBundles();
-  StagedApplication stage(int bundles, const std::string& folder) const;
+  StagedApplication stage(int bundles, const std::string& folder, bool deviceModel = true) const;
 
   const Options& options_;
   ScratchFolder scratch_;
@@ -165,12 +167,13 @@ Benchmark::Benchmark(const Options& options)
   if (filter_.empty()) report_.notes.emplace_back("no --filter given: the peers alone");
 }
 
-StagedApplication Benchmark::stage(int bundles, const std::string& folder) const {
+StagedApplication Benchmark::stage(int bundles, const std::string& folder, bool deviceModel) const {
   const fs::path binaries = options_.application / "Contents" / "Linux";
   fs::path executable = binaries / "commandfilter";
   if (!options_.filter.empty()) executable = binaries / fs::canonical(options_.filter).filename();
-  return StagedApplication::make({options_.application, executable, options_.plugIn, command_},
-                                 bundles, scratch_.path() / folder, launcher_);
+  return StagedApplication::make(
+      {options_.application, executable, options_.plugIn, command_, deviceModel}, bundles,
+      scratch_.path() / folder, launcher_);
 }
 
 // A filter is called by the name of its queue.
@@ -274,6 +277,33 @@ void Benchmark::measurePrograms() {
   report_.limits.insert(report_.limits.end(), checks.begin(), checks.end());
 }
 
+void Benchmark::measureDevices() {
+  const StagedApplication without = stage(1, "without", false);
+  DeviceJobs jobs;
+  jobs.base = filterJob("commandtops", options_.commandToPs, options_.commandFile);
+  jobs.job = filterJob("job", oneBundle_->executable(), options_.commandFile);
+  jobs.job.ours = true;
+  jobs.jobWithoutIt = jobs.job;
+  jobs.jobWithoutIt.path = without.executable();
+  jobs.scratch = scratch_.path();
+  const std::vector<Program> programs = jobs.programs();
+  constexpr std::size_t kFirstWithDevice = 3;
+  for (std::size_t i = kFirstWithDevice; i < programs.size(); ++i) {
+    requireDummyJob(launcher_, programs[i], scratch_.path());
+  }
+  std::vector<Series> all = measureInterleaved(launcher_, programs, {options_.rounds});
+  countInstructions(all, options_.instructionRuns);
+  report_.devices =
+      Table{"Jobs and their devices", programs.front().name, options_.rounds, summarise(all, 0)};
+  const auto checks = checkAgainstBase(report_.devices->rows, options_.strict);
+  report_.limits.insert(report_.limits.end(), checks.begin(), checks.end());
+  for (const Program& program : programs) {
+    if (program.deviceID.empty()) continue;
+    const double requests = launcher_.run(program).requests;
+    report_.limits.push_back({program.name, "requests to the backend", requests, kRequestLimit});
+  }
+}
+
 void Benchmark::measureScaling() {
   const std::vector<long> lines = {1, 1000, 10000, 100000};
   std::vector<Program> programs;
@@ -322,6 +352,10 @@ void Benchmark::measureBundles() {
 
 Report Benchmark::measure() {
   measurePrograms();
+  if (oneBundle_ && fs::is_directory(options_.application / "Contents" / "Frameworks" /
+                                     "VemoDeviceModel.bundle")) {
+    measureDevices();
+  }
   if (!filter_.empty() && options_.scaling) measureScaling();
   if (oneBundle_) measureBundles();
   return std::move(report_);
