@@ -11,7 +11,7 @@ void* cupsFunctionNamed(const char* name) {
   // Never destroyed: unloading libcups at the end of the process would be work for nothing.
   static const auto& library = *new std::optional<SharedLibrary>(  // NOLINT
       []() -> std::optional<SharedLibrary> {
-        Result<SharedLibrary> opened = SharedLibrary::openSystemLibrary("libcups.so.2");
+        Result<SharedLibrary> opened = SharedLibrary::openSystemLibrary(kLibcups);
         if (!opened) return std::nullopt;
         return std::move(*opened);
       }());

@@ -35,7 +35,7 @@ bool ICULibrary::isComplete() const noexcept {
 
 const ICULibrary* ICULibrary::shared() {
   static const std::optional<ICULibrary> functions = []() -> std::optional<ICULibrary> {
-    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary(kLibrary);
+    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({kLibrary});
     if (!library) return std::nullopt;
     ICULibrary found(*library);
     if (!found.isComplete()) return std::nullopt;

@@ -73,12 +73,13 @@ Result<SharedLibrary> SharedLibrary::open(const std::string& path) {
   return SharedLibrary(*handle, Kind::Bundle);
 }
 
-Result<SharedLibrary> SharedLibrary::openSystemLibrary(const char* name) {
+Result<SharedLibrary> SharedLibrary::openSystemLibrary(const SystemLibrary& library) {
   // The loader's searches are nearly the whole cost of libcups: functions that are never called are
   // not searched for, and those that are, not in this program first. A library that searches so
   // would not see an allocator that took the place of the C library's.
   const int binding = RTLD_LAZY | (usesOwnAllocator() ? RTLD_DEEPBIND : 0);
-  Result<void*> handle = loadCode(name, binding);
+  for (const char* part : library.parts) static_cast<void>(loadCode(part, binding));
+  Result<void*> handle = loadCode(library.name, binding);
   if (!handle) return Failure{handle.reason()};
   return SharedLibrary(*handle, Kind::System);
 }

@@ -6,6 +6,7 @@
 
 #include "runtime/Export.h"
 #include "runtime/Result.h"
+#include "runtime/SystemLibrary.h"
 
 namespace commandfilter {
 
@@ -15,9 +16,9 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   /// Loads the library at the path, with all its symbols bound and none shown to other libraries.
   [[nodiscard]] static Result<SharedLibrary> open(const std::string& path);
 
-  /// Loads a library by its name, such as "libcups.so.2", from the system's folders. Its symbols
-  /// are bound when they are first called, those of its own dependencies before the program's.
-  [[nodiscard]] static Result<SharedLibrary> openSystemLibrary(const char* name);
+  /// Loads a library from the system's folders, by its name. Its symbols are bound when they are
+  /// first used, those of its own dependencies before the program's.
+  [[nodiscard]] static Result<SharedLibrary> openSystemLibrary(const SystemLibrary& library);
 
   SharedLibrary(SharedLibrary&& other) noexcept
       : handle_(std::exchange(other.handle_, nullptr)), kind_(other.kind_) {}

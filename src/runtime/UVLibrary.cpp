@@ -37,7 +37,7 @@ bool UVLibrary::isComplete() const noexcept {
 
 const UVLibrary* UVLibrary::shared() {
   static const std::optional<UVLibrary> functions = []() -> std::optional<UVLibrary> {
-    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary("libuv.so.1");
+    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({"libuv.so.1"});
     if (!library) return std::nullopt;
     UVLibrary found(*library);
     if (!found.isComplete()) return std::nullopt;

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -133,10 +134,17 @@ TEST(SharedLibrary, IsOpenedByAPathWithoutSlash) {
 }
 
 TEST(SharedLibrary, OpensLibrariesOfTheSystem) {
-  Result<SharedLibrary> library = SharedLibrary::openSystemLibrary("libplist-2.0.so.3");
+  Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({"libplist-2.0.so.3"});
   ASSERT_TRUE(library) << library.reason();
   EXPECT_NE(library->symbol("plist_free"), nullptr);
-  EXPECT_FALSE(SharedLibrary::openSystemLibrary("libnothing-has-this-name.so.1"));
+  EXPECT_FALSE(SharedLibrary::openSystemLibrary({"libnothing-has-this-name.so.1"}));
+}
+
+TEST(SharedLibrary, OpensPartsOfALibraryWhereTheyAreThere) {
+  constexpr std::array kParts{"libnothing-has-this-name.so.1", "libm.so.6"};
+  Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({"libplist-2.0.so.3", kParts});
+  ASSERT_TRUE(library) << library.reason();
+  EXPECT_NE(library->symbol("plist_free"), nullptr);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ bool CupsLibrary::isComplete() const noexcept {
 
 const CupsLibrary* CupsLibrary::shared() {
   static const std::optional<CupsLibrary> functions = []() -> std::optional<CupsLibrary> {
-    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary("libcups.so.2");
+    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary(kLibcups);
     if (!library) return std::nullopt;
     CupsLibrary found(*library);
     if (!found.isComplete()) return std::nullopt;
