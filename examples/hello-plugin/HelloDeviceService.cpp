@@ -6,6 +6,14 @@
 #include <array>
 #include <optional>
 
+namespace hello {
+
+RefPtr<HelloDeviceService> HelloDeviceService::initWithServiceInfoProvider(
+    ICommandFilterServiceInfoProvider* provider) {
+  if (provider == nullptr) return nullptr;
+  return make<HelloDeviceService>(*provider);
+}
+
 RefPtr<String> HelloDeviceService::modelName() {
   const Value device = provider_->serviceInfo();
   auto* info = castTo<ADMServiceInfo>(device);
@@ -28,3 +36,5 @@ constinit const Class HelloDeviceService::kClass{.name = "ACommandFilterHelloDev
                                                  .base = &Object::kClass,
                                                  .protocols = kProtocols,
                                                  .initializers = kInitializers};
+
+}  // namespace hello

@@ -9,7 +9,7 @@
 #include <runtime/Ref.h>
 #include <runtime/String.h>
 
-#include <utility>
+namespace hello {
 
 using namespace commandfilter;
 
@@ -19,14 +19,11 @@ class HelloDeviceService final : public Implements<Object, ICommandFilterService
  public:
   static const Class kClass;
 
+  // nullptr would refuse: there is no such service then.
   static RefPtr<HelloDeviceService> initWithServiceInfoProvider(
-      ICommandFilterServiceInfoProvider* provider) {
-    if (provider == nullptr) return nullptr;
-    return make<HelloDeviceService>(Ref<ICommandFilterServiceInfoProvider>(*provider));
-  }
+      ICommandFilterServiceInfoProvider* provider);
 
-  explicit HelloDeviceService(Ref<ICommandFilterServiceInfoProvider> provider)
-      : provider_(std::move(provider)) {}
+  explicit HelloDeviceService(ICommandFilterServiceInfoProvider& provider) : provider_(provider) {}
 
   const Class& classInfo() const noexcept override { return kClass; }
 
@@ -37,3 +34,5 @@ class HelloDeviceService final : public Implements<Object, ICommandFilterService
  private:
   Ref<ICommandFilterServiceInfoProvider> provider_;
 };
+
+}  // namespace hello

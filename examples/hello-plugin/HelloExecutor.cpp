@@ -10,6 +10,7 @@
 #include "HelloDeviceService.h"
 
 using namespace commandfilter;
+using hello::HelloDeviceService;
 
 class HelloExecutor final : public Implements<Object, ICommandFilterExecutor> {
  public:
