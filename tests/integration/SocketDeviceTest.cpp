@@ -99,6 +99,17 @@ TEST_F(SocketDevice, IsTheQueuesDeviceWithoutADeviceIDOfItsOwn) {
   EXPECT_EQ(listener_->finish(), kZeros);
 }
 
+TEST(PrinterAgents, LeaveTheirPort) {
+  const std::string address = loopbackAddress();
+  const std::string reason = PrinterAgent::unavailable(address);
+  if (!reason.empty()) GTEST_SKIP() << reason;
+  {
+    const PrinterAgent agent(address, readFile(PrinterAgent::values()));
+    EXPECT_NE(PrinterAgent::unavailable(address), "");
+  }
+  EXPECT_EQ(PrinterAgent::unavailable(address), "");
+}
+
 // With its agent shut out, which needs no port of the system's.
 using SocketDeviceWithoutAgent = JobFixture;
 TEST_F(SocketDeviceWithoutAgent, IsTheQueuesDevice) {
