@@ -64,6 +64,18 @@ TEST(ItemsList, IsCopiedWithTheSameItems) {
   EXPECT_TRUE((*copy->items())[0].isIdenticalTo(item));
 }
 
+TEST(ItemsList, IsCopiedAsAKey) {
+  const Ref<ADMItemsList> list = ADMItemsList::listWithItem(numberOf(1));
+  DictionaryBuilder builder;
+  builder.set(Value(list), stringOf("value"));
+  list->appendItem(numberOf(2));
+  const Ref<Dictionary> dictionary = builder.build();
+  EXPECT_TRUE(dictionary->objectForKey(Value(list)).isNil());
+  const auto* key = castTo<ADMItemsList>(dictionary->begin()->key);
+  ASSERT_NE(key, nullptr);
+  EXPECT_EQ(shownItems(*key), "[1q]");
+}
+
 TEST(ItemsList, DoesNotChangeAnArrayThatWasGiven) {
   const Ref<ADMItemsList> list = ADMItemsList::listWithItem(numberOf(1));
   const RefPtr<Array> before = list->items();

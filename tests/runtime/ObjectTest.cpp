@@ -52,6 +52,31 @@ TEST(Object, IsEqualToItselfOnly) {
   EXPECT_NE(hashOf(one), hashOf(other));
 }
 
+// Stands for another value as a key, or is none.
+class Key final : public Object {
+ public:
+  explicit Key(Value stored) : stored_(std::move(stored)) {}
+  [[nodiscard]] Value dictionaryKey() const override {
+    if (stored_.isNil()) throw Exception("no key");
+    return stored_;
+  }
+
+ private:
+  Value stored_;
+};
+
+TEST(Object, SaysWhatADictionaryKeepsAsItsKey) {
+  const Value plain = greeterNamed("Anna");
+  DictionaryBuilder builder;
+  builder.set(plain, Number::integer(1));
+  builder.set(Value(make<Key>(Number::integer(5))), Number::integer(2));
+  EXPECT_EQ(reasonOf([&] { builder.set(Value(make<Key>(Value())), Number::integer(3)); }),
+            "no key");
+  EXPECT_EQ(builder.count(), 2U);
+  EXPECT_TRUE(builder.objectForKey(plain).isIdenticalTo(Number::integer(1)));
+  EXPECT_TRUE(builder.objectForKey(Number::integer(5)).isIdenticalTo(Number::integer(2)));
+}
+
 TEST(Object, DescribesItselfByClassAndAddress) {
   const Value object = greeterNamed("Anna");
   std::array<char, 64> expected{};
