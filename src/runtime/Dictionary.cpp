@@ -72,6 +72,23 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, std::str
   return entry != nullptr ? entry->value : kNil;
 }
 
+// The same, at once for a text in few entries, which is what nearly every look-up is about.
+const Value& lookUp(const Entries& entries, const Index& index, const Value& key) {
+  if (!index.empty() || !key.isKind(ObjectKind::String)) return valueForKey(entries, index, key);
+  const auto& text = static_cast<const String&>(*key.object());
+  const std::size_t hash = text.hash();
+  for (const DictionaryEntry& entry : entries) {
+    if (entry.hash != hash) continue;
+    if (entry.key.object() == &text) return entry.value;
+    const bool isSame =
+        entry.key.isKind(ObjectKind::String)
+            ? sameText(static_cast<const String&>(*entry.key.object()).view(), text.view())
+            : equal(entry.key, key);
+    if (isSame) return entry.value;
+  }
+  return kNil;
+}
+
 // Enters the place of an entry along the probe sequence of its hash.
 void enter(Index& index, std::size_t hash, std::size_t place) {
   const std::size_t mask = index.size() - 1;
@@ -155,20 +172,7 @@ void Dictionary::appendDescription(std::string& text, int level) const {
 }
 
 const Value& Dictionary::objectForKey(const Value& key) const {
-  if (!index_.empty() || !key.isKind(ObjectKind::String)) return valueForKey(entries_, index_, key);
-  // A text in a small dictionary is what nearly every look-up is about.
-  const auto& text = static_cast<const String&>(*key.object());
-  const std::size_t hash = text.hash();
-  for (const DictionaryEntry& entry : entries_) {
-    if (entry.hash != hash) continue;
-    if (entry.key.object() == &text) return entry.value;
-    const bool isSame =
-        entry.key.isKind(ObjectKind::String)
-            ? sameText(static_cast<const String&>(*entry.key.object()).view(), text.view())
-            : equal(entry.key, key);
-    if (isSame) return entry.value;
-  }
-  return kNil;
+  return lookUp(entries_, index_, key);
 }
 
 const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
@@ -201,7 +205,7 @@ void DictionaryBuilder::set(std::string_view key, Value value) {
 }
 
 const Value& DictionaryBuilder::objectForKey(const Value& key) const {
-  return valueForKey(entries_, index_, key);
+  return lookUp(entries_, index_, key);
 }
 
 void DictionaryBuilder::clear() noexcept {

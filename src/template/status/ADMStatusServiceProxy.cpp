@@ -97,14 +97,18 @@ RecentKeys& ADMStatusServiceProxy::recentKeys() const {
 }
 
 Value ADMStatusServiceProxy::keyOfPath(const Array& components) {
-  const auto makeKey = [&components] { return joinComponents(components); };
   // A path that only the caller holds was put together for this question and does not come again.
-  const bool comesAgain = components.referenceCount() > 1 &&
-                          std::ranges::all_of(components, [](const Value& component) {
-                            return component.isKind(ObjectKind::String);
-                          });
-  if (!comesAgain) return makeKey();
-  return recentKeys().keyFor(nullptr, Value::sharing(&components), makeKey);
+  if (components.referenceCount() == 1) return joinComponents(components);
+  const Value path = Value::sharing(&components);
+  if (recentKeys_) {
+    const Value& known = recentKeys_->keyFor(nullptr, path);
+    if (!known.isNil()) return known;
+  }
+  Value key = joinComponents(components);
+  // Of other objects than texts the description may change.
+  const auto isText = [](const Value& value) { return value.isKind(ObjectKind::String); };
+  if (std::ranges::all_of(components, isText)) recentKeys().remember(nullptr, path, key);
+  return key;
 }
 
 Value ADMStatusServiceProxy::valueForFeaturePathComponents_errorInfo(const Array& components,
@@ -155,12 +159,19 @@ Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const
   const std::size_t count = signature.numberOfArguments() - kHidden;
   if (count > 1 || signature.methodReturnType() != kObjectType) return {};
   if (count == 1 && signature.argumentTypeAtIndex(kHidden) != kObjectType) return {};
-  const Value argument = count == 1 ? invocation.argumentAtIndex(kHidden) : Value();
+  static constexpr Value kNone;
+  const Value& argument = count == 1 ? invocation.argumentAtIndex(kHidden) : kNone;
   const Selector& selector = invocation.selector();
-  const auto makeKey = [&] { return keyOfMessage(selector, argument); };
-  // Of other objects the text may change.
-  if (!argument.isNil() && !argument.isKind(ObjectKind::String)) return makeKey();
-  return recentKeys().keyFor(&selector.name(), argument, makeKey);
+  // Of other objects than texts the description may change.
+  if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
+    return keyOfMessage(selector, argument);
+  }
+  RecentKeys& recent = recentKeys();
+  const Value& known = recent.keyFor(&selector.name(), argument);
+  if (!known.isNil()) return known;
+  Value key = keyOfMessage(selector, argument);
+  recent.remember(&selector.name(), argument, key);
+  return key;
 }
 
 RefPtr<String> ADMStatusServiceProxy::cacheKeyForInvocation(const Invocation& invocation) const {

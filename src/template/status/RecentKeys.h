@@ -14,20 +14,21 @@ namespace commandfilter {
 /// that is kept alive, so that its address stands for nothing else.
 class RecentKeys {
  public:
-  /// The key of the question; made when it is not remembered. `about` must not change.
-  template <typename Make>
-  [[nodiscard]] Value keyFor(const void* message, const Value& about, Make&& makeKey) {
+  /// The key of the question, borrowed until the next one is remembered; nil when it is not
+  /// remembered.
+  [[nodiscard]] const Value& keyFor(const void* message, const Value& about) const noexcept {
+    const Entry& entry = entries_[placeOf(message, about.object())];
+    return entry.message == message && entry.about.isIdenticalTo(about) ? entry.key : kNone;
+  }
+  /// Remembers the key of a question; `about` must not change.
+  void remember(const void* message, const Value& about, const Value& key) {
     // Each question has one place, which it takes from the question that had it before.
-    Entry& entry = entries_[placeOf(message, about.object())];
-    if (entry.key.isNil() || entry.message != message || !entry.about.isIdenticalTo(about)) {
-      Value key = makeKey();
-      entry = {message, about, std::move(key)};
-    }
-    return entry.key;
+    entries_[placeOf(message, about.object())] = {message, about, key};
   }
 
  private:
   static constexpr std::size_t kPlaces = 16;
+  static inline const Value kNone;
 
   struct Entry {
     const void* message = nullptr;
