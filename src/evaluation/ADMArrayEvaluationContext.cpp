@@ -4,7 +4,6 @@
 
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
-#include "runtime/Send.h"
 
 namespace commandfilter {
 
@@ -92,8 +91,7 @@ Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& 
 }
 
 Value ADMArrayEvaluationContext::processSelectorImpl(const Selector& selector) {
-  if (!commandfilter::respondsToSelector(service(), selector)) return {};
-  return performSelector(service(), selector, currentElement());
+  return askService(selector, currentElement());
 }
 
 Value ADMArrayEvaluationContext::defaultServiceSymbolValue() { return currentElement(); }

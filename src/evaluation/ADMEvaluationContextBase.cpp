@@ -8,8 +8,10 @@
 #include "evaluation/ProcedureGroups.h"
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
+#include "runtime/Send.h"
 #include "runtime/String.h"
 #include "template/status/ADMFeaturePathSource.h"
+#include "template/status/ADMMessageSource.h"
 
 namespace commandfilter {
 
@@ -106,6 +108,15 @@ Value ADMEvaluationContextBase::serviceSymbolForNameImpl(const EvaluationName& n
 }
 
 Value ADMEvaluationContextBase::processSelectorImpl(const Selector& /*selector*/) { return {}; }
+
+Value ADMEvaluationContextBase::askService(const Selector& selector, const Value& object) const {
+  if (auto* source = castTo<ADMMessageSource>(statusService_)) {
+    Value answer;
+    if (source->answerMessage(selector, object, answer)) return answer;
+  }
+  if (!commandfilter::respondsToSelector(statusService_, selector)) return {};
+  return performSelector(statusService_, selector, object);
+}
 
 Value ADMEvaluationContextBase::defaultServiceSymbolValue() { return {}; }
 

@@ -74,6 +74,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
                            ADMEvaluationContext& parent);
   ~ADMEvaluationContextBase() override;
 
+  /// The answer of the status service to a message, with the object when it takes one; nil when it
+  /// does not answer to it.
+  [[nodiscard]] Value askService(const Selector& selector, const Value& object) const;
   /// The status service, borrowed.
   [[nodiscard]] const Value& service() const noexcept { return statusService_; }
 

@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "runtime/Send.h"
-
 namespace commandfilter {
 
 namespace {
@@ -28,8 +26,7 @@ ADMSingleValueEvaluationContext::initWithStatusService_globalConfiguration(
 }
 
 Value ADMSingleValueEvaluationContext::processSelectorImpl(const Selector& selector) {
-  if (!commandfilter::respondsToSelector(service(), selector)) return {};
-  return performSelector(service(), selector);
+  return askService(selector, Value());
 }
 
 }  // namespace commandfilter

@@ -13,6 +13,7 @@
 #include "runtime/Array.h"
 #include "runtime/Dictionary.h"
 #include "runtime/String.h"
+#include "template/status/ADMStatusServiceProxy.h"
 
 namespace commandfilter::testing {
 
@@ -47,8 +48,19 @@ RefPtr<Dictionary> configurationOf(const Setups& setups, const ContextSetup& set
   return builder.build();
 }
 
-Value serviceOf(const Setups& setups, const ContextSetup& setup, CallLog& log) {
-  if (setup.service) return setup.service->value();
+Value serviceOf(const Setups& setups, const ContextSetup& setup, const Dictionary* configuration,
+                CallLog& log) {
+  if (setup.service) {
+    constexpr std::string_view kProxy = "proxy ";
+    const Notation& service = *setup.service;
+    if (service.kind != Notation::Kind::Object || !service.text.starts_with(kProxy)) {
+      return service.value();
+    }
+    if (configuration == nullptr) return {};
+    return ADMStatusServiceProxy::proxyForServiceCreator_serviceName(
+        castTo<ADMStatusServiceCreator>(configuration->objectForKey("ServiceCreator")),
+        String::create(service.text.substr(kProxy.size())).get());
+  }
   if (setup.device.empty()) return {};
   return DeviceDouble::create(setups.devices.at(setup.device), log);
 }
@@ -73,8 +85,8 @@ PreparedContext preparedIteration(const Ref<ADMArrayEvaluationContext>& context,
 
 PreparedContext prepareContext(const Setups& setups, const ContextSetup& setup, CallLog& log) {
   registerExternalDoubles();
-  const Value service = serviceOf(setups, setup, log);
   RefPtr<Dictionary> configuration = configurationOf(setups, setup, log);
+  const Value service = serviceOf(setups, setup, configuration.get(), log);
   switch (setup.kind) {
     case Kind::Base:
       return {ProbingContext<ADMEvaluationContextBase>::create(log, service, configuration),

@@ -100,8 +100,9 @@ RefPtr<MutableDictionary> ADMDMFStatusServiceCreator::userInfoForServiceName(con
   if (name == nullptr) return nullptr;
   MutableDictionary& userInfos = madeOnDemand(userInfos_);
   const Value key = Value::sharing(name);
-  if (auto* known = castTo<MutableDictionary>(userInfos.objectForKey(key))) {
-    return RefPtr<MutableDictionary>(known);
+  if (Object* known = userInfos.objectForKey(key).object()) {
+    // Nothing else is put there.
+    return RefPtr<MutableDictionary>(static_cast<MutableDictionary*>(known));
   }
   RefPtr<MutableDictionary> userInfo = MutableDictionary::create();
   userInfos.setObject_forKey(userInfo, key);

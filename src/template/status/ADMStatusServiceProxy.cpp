@@ -16,7 +16,8 @@ namespace commandfilter {
 
 namespace {
 
-constexpr auto kProxyProtocols = conformances<ADMStatusServiceProxy, ADMFeaturePathSource>();
+constexpr auto kProxyProtocols =
+    conformances<ADMStatusServiceProxy, ADMFeaturePathSource, ADMMessageSource>();
 constexpr std::array kProxyMethods{
     method<&ADMStatusServiceProxy::realServiceObject>("realServiceObject"),
     method<&ADMStatusServiceProxy::cache>("cache"),
@@ -36,7 +37,7 @@ Value joinComponents(const Array& components) {
   return String::create(std::move(text));
 }
 
-Value keyOfMessage(const Selector& selector, const Value& argument) {
+Value joinMessage(const Selector& selector, const Value& argument) {
   std::string text = "@" + selector.name();
   if (!argument.isNil()) appendDescription(text, argument);
   return String::create(std::move(text));
@@ -111,18 +112,23 @@ Value ADMStatusServiceProxy::keyOfPath(const Array& components) {
   return key;
 }
 
+template <typename Ask>
+Value ADMStatusServiceProxy::keptOr(const Value& key, Ask&& ask) const {
+  const RefPtr<MutableDictionary> kept = key.isNil() ? nullptr : cache();
+  if (!kept) return ask();
+  const Value& known = kept->objectForKey(key);
+  if (!known.isNil()) return known.nullAsNil();
+  Value answer = ask();
+  kept->setObject_forKey(answer.orNull(), key);
+  return answer;
+}
+
 Value ADMStatusServiceProxy::valueForFeaturePathComponents_errorInfo(const Array& components,
                                                                      RefPtr<String>& errorInfo) {
   errorInfo = nullptr;
-  const Value key = keyOfPath(components);
-  const RefPtr<MutableDictionary> known = cache();
-  if (known) {
-    const Value& value = known->objectForKey(key);
-    if (!value.isNil()) return value.nullAsNil();
-  }
-  Value value = serviceValueForFeaturePathComponents_errorInfo(&components, &errorInfo);
-  if (known) known->setObject_forKey(value.orNull(), key);
-  return value;
+  return keptOr(keyOfPath(components), [&] {
+    return serviceValueForFeaturePathComponents_errorInfo(&components, &errorInfo);
+  });
 }
 
 Value ADMStatusServiceProxy::serviceValueForFeaturePathComponents_errorInfo(
@@ -154,24 +160,42 @@ Value ADMStatusServiceProxy::serviceValueForFeaturePathComponents_errorInfo(
              "Value for feature, property and identifier functionality is not supported");
 }
 
-Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {
-  const MethodSignature& signature = invocation.methodSignature();
+Value ADMStatusServiceProxy::keyOfMessage(const MethodSignature& signature,
+                                          const Selector& selector, const Value& argument) const {
   const std::size_t count = signature.numberOfArguments() - kHidden;
   if (count > 1 || signature.methodReturnType() != kObjectType) return {};
   if (count == 1 && signature.argumentTypeAtIndex(kHidden) != kObjectType) return {};
-  static constexpr Value kNone;
-  const Value& argument = count == 1 ? invocation.argumentAtIndex(kHidden) : kNone;
-  const Selector& selector = invocation.selector();
   // Of other objects than texts the description may change.
   if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
-    return keyOfMessage(selector, argument);
+    return joinMessage(selector, argument);
   }
   RecentKeys& recent = recentKeys();
   const Value& known = recent.keyFor(&selector.name(), argument);
   if (!known.isNil()) return known;
-  Value key = keyOfMessage(selector, argument);
+  Value key = joinMessage(selector, argument);
   recent.remember(&selector.name(), argument, key);
   return key;
+}
+
+Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {
+  const MethodSignature& signature = invocation.methodSignature();
+  const bool hasArgument = signature.numberOfArguments() > kHidden;
+  return keyOfMessage(signature, invocation.selector(),
+                      hasArgument ? invocation.argumentAtIndex(kHidden) : Value());
+}
+
+bool ADMStatusServiceProxy::answerMessage(const Selector& selector, const Value& object,
+                                          Value& answer) {
+  // What every object answers, the proxy answers itself.
+  if (kClass.instanceMethod(selector) != nullptr) return false;
+  const Value service = realServiceObject();
+  if (!commandfilter::respondsToSelector(service, selector)) return false;
+  const MethodSignature signature = commandfilter::methodSignatureForSelector(service, selector);
+  if (!signature) return false;
+  const bool hasArgument = signature.numberOfArguments() > kHidden;
+  answer = keptOr(keyOfMessage(signature, selector, hasArgument ? object : Value()),
+                  [&] { return performSelector(service, selector, object); });
+  return true;
 }
 
 RefPtr<String> ADMStatusServiceProxy::cacheKeyForInvocation(const Invocation& invocation) const {
@@ -209,19 +233,10 @@ void ADMStatusServiceProxy::forwardInvocation(Invocation& invocation) {
     Object::forwardInvocation(invocation);
     return;
   }
-  const Value key = keyOfInvocation(invocation);
-  const RefPtr<MutableDictionary> known = key.isNil() ? nullptr : cache();
-  if (!known) {
+  invocation.setReturnValue(keptOr(keyOfInvocation(invocation), [&] {
     invocation.invokeWithTarget(service);
-    return;
-  }
-  const Value& value = known->objectForKey(key);
-  if (!value.isNil()) {
-    invocation.setReturnValue(value.nullAsNil());
-    return;
-  }
-  invocation.invokeWithTarget(service);
-  known->setObject_forKey(invocation.returnValue().orNull(), key);
+    return invocation.returnValue();
+  }));
 }
 
 }  // namespace commandfilter

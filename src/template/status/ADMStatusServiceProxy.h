@@ -17,6 +17,7 @@
 #include "runtime/String.h"
 #include "runtime/Value.h"
 #include "template/status/ADMFeaturePathSource.h"
+#include "template/status/ADMMessageSource.h"
 #include "template/status/ADMStatusServiceCreator.h"
 
 namespace commandfilter {
@@ -30,7 +31,7 @@ class RecentKeys;
 /// Messages that every object answers (description, equality, values by key) are answered by the
 /// proxy itself; all others reach the service.
 class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
-    : public Implements<Object, ADMFeaturePathSource> {
+    : public Implements<Object, ADMFeaturePathSource, ADMMessageSource> {
  public:
   static const Class kClass;
 
@@ -63,6 +64,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   /// cannot be answered.
   Value serviceValueForFeaturePathComponents_errorInfo(const Array* components,
                                                        RefPtr<String>* errorInfo);
+  /// Sends a message that the service answers to on, or gives the answer that is kept.
+  bool answerMessage(const Selector& selector, const Value& object, Value& answer) override;
   /// The key under which the answer to a message is kept; nil for a message whose answer is not:
   /// one with more than one argument, or with an argument or result that is no object.
   [[nodiscard]] RefPtr<String> cacheKeyForInvocation(const Invocation& invocation) const;
@@ -86,8 +89,15 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
 
   /// The key of a path; made once for a path that somebody keeps.
   [[nodiscard]] Value keyOfPath(const Array& components);
-  /// `cacheKeyForInvocation` as a value; made once for a message without argument or about a text.
+  /// The key of a message; made once for one without argument or about a text. nil when its answer
+  /// is not kept.
+  [[nodiscard]] Value keyOfMessage(const MethodSignature& signature, const Selector& selector,
+                                   const Value& argument) const;
   [[nodiscard]] Value keyOfInvocation(const Invocation& invocation) const;
+  /// The answer that is kept under the key, or what `ask` gives, which is kept then; a nil key
+  /// stands for nothing that is kept.
+  template <typename Ask>
+  [[nodiscard]] Value keptOr(const Value& key, Ask&& ask) const;
   [[nodiscard]] RecentKeys& recentKeys() const;
 
   Ref<ADMStatusServiceCreator> serviceCreator_;

@@ -378,6 +378,47 @@ TEST_F(StatusServiceProxy, SendsOtherMessagesOnEachTime) {
   EXPECT_EQ(creator_->cache->count(), 0U);
 }
 
+// The same through the way that contexts use.
+TEST_F(StatusServiceProxy, AnswersAtOnce) {
+  service_->answer("state", stringOf("ready"));
+  service_->answer("nothing", Value());
+  service_->answer("count", "i", [](const auto&) { return Number::integer(5); });
+  service_->answer("levelOf:", "@@",
+                   [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
+  service_->answer("value:of:", "@@@", [](const ServiceDouble::Arguments& arguments) {
+    return Array::create({arguments[0], arguments[1]});
+  });
+  const Value black = stringOf("Black");
+  for (int i = 0; i < 2; ++i) {
+    for (const auto& [message, expected] :
+         {std::pair("state", "ready"), std::pair("nothing", "(null)"), std::pair("count", "5"),
+          std::pair("levelOf:", "Black"), std::pair("value:of:", "(\n    Black,\n    <null>\n)")}) {
+      Value answer = stringOf("from before");
+      EXPECT_TRUE(proxy_->answerMessage(Selector(message), black, answer)) << message;
+      EXPECT_EQ(descriptionOf(answer), expected);
+    }
+  }
+  EXPECT_THAT(service_->calls(),
+              ElementsAre("state", "nothing", "count", "levelOf: Black", "value:of: Black, (null)",
+                          "count", "value:of: Black, (null)"));
+  // Both ways share what is kept.
+  EXPECT_EQ(descriptionOf(ask("state")), "ready");
+  EXPECT_EQ(descriptionOf(ask("levelOf:", {black})), "Black");
+  EXPECT_EQ(service_->calls().size(), 7U);
+}
+
+TEST_F(StatusServiceProxy, LeavesOtherMessagesToWhoeverAsks) {
+  service_->answer("description", stringOf("the service"));
+  Value answer = stringOf("from before");
+  for (const char* message : {"unknown", "description", "isEqual:", "cache"}) {
+    EXPECT_FALSE(proxy_->answerMessage(Selector(message), Value(), answer)) << message;
+  }
+  creator_->service = Value();
+  EXPECT_FALSE(proxy_->answerMessage(Selector("state"), Value(), answer));
+  EXPECT_EQ(descriptionOf(answer), "from before");
+  EXPECT_THAT(service_->calls(), IsEmpty());
+}
+
 TEST_F(StatusServiceProxy, SendsEveryMessageOfTheStatusProtocolsOn) {
   std::vector<std::string> expected;
   for (const MethodGroup* group : {&ADMInterface::kMethods, &ADMStatus::kMethods,

@@ -1,0 +1,26 @@
+// What answers messages at once.
+#pragma once
+
+#include "runtime/Export.h"
+#include "runtime/Protocol.h"
+#include "runtime/Selector.h"
+#include "runtime/Value.h"
+
+namespace commandfilter {
+
+/// A status service as names see it: whether it answers to a message and what it answers are one
+/// question, which would be three for an object that forwards its messages.
+class COMMANDFILTER_EXPORT ADMMessageSource : public ProtocolBase {
+ public:
+  static const Protocol kProtocol;
+
+  /// Sends the message, with the object when it takes one; further arguments are nil. False, with
+  /// `answer` as it was, when the message is to be sent as to any other object. May wait for the
+  /// device.
+  virtual bool answerMessage(const Selector& selector, const Value& object, Value& answer) = 0;
+
+ protected:
+  ~ADMMessageSource() = default;
+};
+
+}  // namespace commandfilter
