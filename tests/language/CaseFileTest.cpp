@@ -95,6 +95,7 @@ TEST(CaseFile, RefusesWhatItCannotReadWithItsLine) {
   EXPECT_EQ(problemOf("context a round\n"), "1: no kind of context: round");
   EXPECT_EQ(problemOf("context a single\ncontext a single\n"), "2: a second context a");
   EXPECT_EQ(problemOf("context a single\n    device d\n"), "2: no device d");
+  EXPECT_EQ(problemOf("context a single\n    named Tray = d\n"), "2: no device d");
   EXPECT_EQ(problemOf("context a single\n    parent p\n"), "2: no context p");
   EXPECT_EQ(problemOf("context a single\n    colour red\n"), "2: no part of a context: colour");
   EXPECT_EQ(problemOf("context a array\n    at x\n"), "2: no number: x");

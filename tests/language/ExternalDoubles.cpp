@@ -76,6 +76,13 @@ Value executeFirst(const Value& /*receiver*/, const Array* arguments,
                    ADMEvaluationContext* context) {
   return arguments != nullptr ? evaluateItem((*arguments)[0], *context) : Value();
 }
+bool wantsValues(const Value& /*receiver*/) { return false; }
+Value executeGiven(const Value& /*receiver*/, const Array* arguments,
+                   ADMEvaluationContext* /*context*/) {
+  return Value::sharing(arguments);
+}
+constexpr std::array kValuesMethods{method<&wantsValues>("wantsEvaluateArguments"),
+                                    method<&executeGiven>("execute:context:")};
 constexpr std::array kBothMethods{method<&wantsItems>("wantsEvaluateArguments"),
                                   method<&executeFirst>("execute:context:")};
 
@@ -89,6 +96,7 @@ constexpr std::array kLoose{
     Loose{"AUnfitExternalProcedure", std::span(kBothMethods).first(1), true},
     Loose{"AHalfExternalProcedure", std::span(kBothMethods).last(1), true},
     Loose{"ARefuseExternalProcedure", kBothMethods, false},
+    Loose{"AGivenExternalProcedure", kValuesMethods, true},
 };
 
 template <std::size_t Index>
@@ -113,16 +121,12 @@ constinit const Class LooseProcedure<Index>::kClass{.name = kLoose[Index].classN
 constinit const Class kClassOnly{
     .name = "AClassOnlyExternalProcedure", .base = &Object::kClass, .methods = kBothMethods};
 
-constexpr std::array<const Class*, 9> kClasses{
-    &ConformingProcedure<0>::kClass,
-    &ConformingProcedure<1>::kClass,
-    &ConformingProcedure<2>::kClass,
-    &ConformingProcedure<3>::kClass,
-    &LooseProcedure<0>::kClass,
-    &LooseProcedure<1>::kClass,
-    &LooseProcedure<2>::kClass,
-    &LooseProcedure<3>::kClass,
-    &kClassOnly,
+constexpr std::array<const Class*, 10> kClasses{
+    &ConformingProcedure<0>::kClass, &ConformingProcedure<1>::kClass,
+    &ConformingProcedure<2>::kClass, &ConformingProcedure<3>::kClass,
+    &LooseProcedure<0>::kClass,      &LooseProcedure<1>::kClass,
+    &LooseProcedure<2>::kClass,      &LooseProcedure<3>::kClass,
+    &LooseProcedure<4>::kClass,      &kClassOnly,
 };
 
 }  // namespace

@@ -92,23 +92,27 @@ RefPtr<MutableDictionary> ADMStatusServiceProxy::cache() const {
   return serviceCreator_->userInfoForServiceName(serviceName_.get());
 }
 
-RecentKeys& ADMStatusServiceProxy::recentKeys() const {
+RecentKeys* ADMStatusServiceProxy::recentKeys() const {
+  if (!std::exchange(wasAsked_, true)) return nullptr;
   if (!recentKeys_) recentKeys_ = std::make_unique<RecentKeys>();
-  return *recentKeys_;
+  return recentKeys_.get();
 }
 
 Value ADMStatusServiceProxy::keyOfPath(const Array& components) {
   // A path that only the caller holds was put together for this question and does not come again.
   if (components.referenceCount() == 1) return joinComponents(components);
   const Value path = Value::sharing(&components);
-  if (recentKeys_) {
-    const Value& known = recentKeys_->keyFor(nullptr, path);
+  RecentKeys* recent = recentKeys();
+  if (recent != nullptr) {
+    const Value& known = recent->keyFor(nullptr, path);
     if (!known.isNil()) return known;
   }
   Value key = joinComponents(components);
   // Of other objects than texts the description may change.
   const auto isText = [](const Value& value) { return value.isKind(ObjectKind::String); };
-  if (std::ranges::all_of(components, isText)) recentKeys().remember(nullptr, path, key);
+  if (recent != nullptr && std::ranges::all_of(components, isText)) {
+    recent->remember(nullptr, path, key);
+  }
   return key;
 }
 
@@ -169,11 +173,12 @@ Value ADMStatusServiceProxy::keyOfMessage(const MethodSignature& signature,
   if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
     return joinMessage(selector, argument);
   }
-  RecentKeys& recent = recentKeys();
-  const Value& known = recent.keyFor(&selector.name(), argument);
+  RecentKeys* recent = recentKeys();
+  if (recent == nullptr) return joinMessage(selector, argument);
+  const Value& known = recent->keyFor(&selector.name(), argument);
   if (!known.isNil()) return known;
   Value key = joinMessage(selector, argument);
-  recent.remember(&selector.name(), argument, key);
+  recent->remember(&selector.name(), argument, key);
   return key;
 }
 

@@ -98,11 +98,13 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   /// stands for nothing that is kept.
   template <typename Ask>
   [[nodiscard]] Value keptOr(const Value& key, Ask&& ask) const;
-  [[nodiscard]] RecentKeys& recentKeys() const;
+  /// Where keys are remembered; nullptr for the first question, because many proxies are asked only
+  /// one.
+  [[nodiscard]] RecentKeys* recentKeys() const;
 
   Ref<ADMStatusServiceCreator> serviceCreator_;
   Ref<String> serviceName_;
-  /// Keys that were put together not long ago; made with the first of them.
+  mutable bool wasAsked_ = false;
   mutable std::unique_ptr<RecentKeys> recentKeys_;
 };
 
