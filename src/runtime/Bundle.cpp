@@ -1,5 +1,6 @@
 #include "runtime/Bundle.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,6 +15,18 @@
 #include "runtime/String.h"
 
 namespace commandfilter {
+
+namespace {
+
+constexpr std::string_view kCodeFolder = "/Contents/Linux";
+
+// The folder that a file lies in.
+std::string_view folderOf(std::string_view file) {
+  const std::size_t end = file.rfind('/');
+  return file.substr(0, end == 0 ? 1 : end);
+}
+
+}  // namespace
 
 constinit const Class Bundle::kClass{.name = "Bundle", .base = &Object::kClass};
 
@@ -32,12 +45,20 @@ Ref<Bundle> Bundle::mainBundle() {
   // The program's name, argv[0], is the queue's name under CUPS; only the kernel knows the file.
   std::array<char, PATH_MAX> buffer{};
   const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
-  std::string_view folder(buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-  const std::size_t end = folder.rfind('/');
-  folder = folder.substr(0, end == 0 ? 1 : end);
-  constexpr std::string_view kCodeFolder = "/Contents/Linux";
+  std::string_view folder =
+      folderOf({buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0});
   if (folder.ends_with(kCodeFolder)) folder.remove_suffix(kCodeFolder.size());
   return make<Bundle>(folder.empty() ? "." : std::string(folder));
+}
+
+RefPtr<Bundle> Bundle::bundleForClass(const Class& info) {
+  // The class is data of the code that defines it.
+  Dl_info code{};
+  if (dladdr(&info, &code) == 0 || code.dli_fname == nullptr) return nullptr;
+  std::string_view folder = folderOf(code.dli_fname);
+  if (!folder.ends_with(kCodeFolder)) return nullptr;
+  folder.remove_suffix(kCodeFolder.size());
+  return bundleWithPath(std::string(folder));
 }
 
 const Dictionary& Bundle::infoDictionary() {

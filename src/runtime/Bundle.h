@@ -26,6 +26,9 @@ class COMMANDFILTER_EXPORT Bundle final : public Object {
   /// The bundle that the running program lies in: the folder above `Contents/Linux`, or the
   /// program's own folder when it lies in no bundle.
   [[nodiscard]] static Ref<Bundle> mainBundle();
+  /// The bundle whose code the class is part of, so that a plug-in finds its own resources; nil for
+  /// a class of code that lies in no bundle.
+  [[nodiscard]] static RefPtr<Bundle> bundleForClass(const Class& info);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
 

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -334,6 +335,22 @@ TEST(Bundle, OfTheProgramIsItsFolderOutsideOfABundle) {
   const std::filesystem::path path = std::filesystem::canonical(folder.path());
   EXPECT_EQ(mainBundleOfProgramAt(path / "Linux/program"), path / "Linux");
   EXPECT_EQ(mainBundleOfProgramAt(path / "Contents/program"), path / "Contents");
+}
+
+TEST(Bundle, IsFoundForItsClasses) {
+  const Ref<Bundle> bundle = bundleAt(builtBundle("Good"));
+  const Class* info = bundle->principalClass();
+  ASSERT_NE(info, nullptr);
+  const RefPtr<Bundle> found = Bundle::bundleForClass(*info);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->bundlePath(), bundle->bundlePath());
+  bundle->unload();
+}
+
+TEST(Bundle, IsNoneForClassesOfOtherCode) {
+  EXPECT_FALSE(Bundle::bundleForClass(Bundle::kClass));
+  const auto onTheHeap = std::make_unique<Class>();
+  EXPECT_FALSE(Bundle::bundleForClass(*onTheHeap));
 }
 
 }  // namespace
