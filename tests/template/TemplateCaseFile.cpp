@@ -5,6 +5,7 @@
 
 #include "language/CaseLines.h"
 #include "language/CaseText.h"
+#include "language/MarkdownTables.h"
 #include "support/File.h"
 
 namespace commandfilter::testing {
@@ -222,6 +223,10 @@ std::vector<TemplateCase> templateCasesOfFolder(const std::string& folder) {
     std::ranges::move(templateCasesOfText(path, readFile(path)), std::back_inserter(cases));
   }
   return cases;
+}
+
+std::vector<TemplateCase> templateCasesOfMarkdown(const std::string& path) {
+  return templateCasesOfText(path, examplesOf(readFile(path)));
 }
 
 }  // namespace commandfilter::testing

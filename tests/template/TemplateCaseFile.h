@@ -62,4 +62,7 @@ struct TemplateCase {
 /// The cases of all files of the folder whose names end in ".cases", in order of their names.
 [[nodiscard]] std::vector<TemplateCase> templateCasesOfFolder(const std::string& folder);
 
+/// The cases in the blocks of a Markdown file that are marked as examples.
+[[nodiscard]] std::vector<TemplateCase> templateCasesOfMarkdown(const std::string& path);
+
 }  // namespace commandfilter::testing

@@ -38,6 +38,9 @@ std::string nameOf(const ::testing::TestParamInfo<TemplateCase>& info) {
 INSTANTIATE_TEST_SUITE_P(Files, TemplateCases,
                          ::testing::ValuesIn(templateCasesOfFolder(TEMPLATE_CASES)), nameOf);
 
+INSTANTIATE_TEST_SUITE_P(Reference, TemplateCases,
+                         ::testing::ValuesIn(templateCasesOfMarkdown(TEMPLATE_REFERENCE)), nameOf);
+
 // The reader says what is wrong with a file instead of leaving cases out.
 TEST(TemplateCaseFile, SaysWhatCannotBeRead) {
   for (const char* text : {"Key => 1\n", "template t\n    colour = red\n", "template t\nKey => \n",
