@@ -34,6 +34,19 @@ TEST(ArrayContext, WalksOverItsElements) {
   EXPECT_FALSE(context->iterateNext());
 }
 
+TEST(ArrayContext, IsMadeByNameWithoutAList) {
+  const Value service = TestService::create();
+  const Value made =
+      instantiate(ADMArrayEvaluationContext::kClass,
+                  Selector("initWithStatusService:globalConfiguration:"), {service, Value()});
+  auto* context = castTo<ADMArrayEvaluationContext>(made);
+  ASSERT_NE(context, nullptr);
+  EXPECT_TRUE(context->statusService().isIdenticalTo(service));
+  EXPECT_TRUE(context->endOfIteration());
+  context->resetIteration(arrayOf({numberOf(1)}));
+  EXPECT_FALSE(context->endOfIteration());
+}
+
 TEST(ArrayContext, HasNoElementBehindTheLast) {
   const Ref<ADMArrayEvaluationContext> context = contextOver(arrayOf({numberOf(1)}));
   EXPECT_FALSE(context->iterateNext());

@@ -236,5 +236,29 @@ TEST(SingleValueContext, AsksTheService) {
   EXPECT_EQ(context->lastError(), nullptr);
 }
 
+TEST(ContextBase, SharesCompiledMacros) {
+  const RefPtr<Dictionary> configuration = macrosOf({{"Broken", "(5"}});
+  const auto errorIn = [](const Ref<ADMEvaluationContextBase>& context) {
+    static_cast<void>(evaluate("_Broken()", context));
+    return RefPtr<ADMEvaluationError>(context->lastError());
+  };
+  const Ref<ADMEvaluationContextBase> first = plainContext(Value(), configuration);
+  const Ref<ADMEvaluationContextBase> second = plainContext(Value(), configuration);
+  const Ref<ADMEvaluationContextBase> apart = plainContext(Value(), configuration);
+  const Ref<ADMEvaluationContextBase> other =
+      plainContext(Value(), macrosOf({{"Broken", "1 lt \"x\""}}));
+  second->shareCompiledMacrosOf(*first);
+  other->shareCompiledMacrosOf(*first);
+  plainContext()->shareCompiledMacrosOf(*first);
+  first->shareCompiledMacrosOf(*plainContext());
+  // The error of a compilation is the same object at every call.
+  const RefPtr<ADMEvaluationError> error = errorIn(first);
+  EXPECT_EQ(errorIn(second).get(), error.get());
+  EXPECT_NE(errorIn(apart).get(), error.get());
+  EXPECT_EQ(errorOf(*other), "");
+  static_cast<void>(errorIn(other));
+  EXPECT_EQ(errorOf(*other), "2: Incorrect types for comparison operation");
+}
+
 }  // namespace
 }  // namespace commandfilter::testing
