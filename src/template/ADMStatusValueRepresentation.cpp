@@ -1,6 +1,8 @@
 #include "template/ADMStatusValueRepresentation.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -120,6 +122,10 @@ Value ADMStatusValueRepresentation::calculateList(ADMArrayIteration& iteration) 
   const Value range = calculateValue(rangeExpression_);
   if (range.isNil()) return {};
   std::vector<Value> values;
+  // Most lists are short and complete; a filter may leave little of a long one.
+  constexpr std::size_t kShort = 16;
+  const auto* elements = castTo<Array>(range);
+  values.reserve(elements != nullptr ? std::min(elements->count(), kShort) : 0);
   for (iteration.resetIteration(range); !iteration.endOfIteration(); iteration.iterateNext()) {
     if (!passesFilter()) continue;
     Value value = calculateValue(valueInfo_);

@@ -178,6 +178,7 @@ RefPtr<Dictionary> ADMTemplateProcessor::errorInfo() const {
 RefPtr<Dictionary> ADMTemplateProcessor::entireInfo() {
   if (!valuesTemplate_) return nullptr;
   DictionaryBuilder values;
+  values.reserve(valuesTemplate_->count());
   for (const DictionaryEntry& entry : *valuesTemplate_) {
     Value value = valueForKey(castTo<String>(entry.key));
     if (!value.isNil()) values.set(entry.key, std::move(value));

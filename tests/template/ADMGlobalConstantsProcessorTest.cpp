@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
+#include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/protocol/ADMExternalProcedure.h"
+#include "runtime/ClassRegistry.h"
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
 
@@ -34,6 +39,41 @@ TEST(GlobalConstants, EvaluatesAFailingConstantOnce) {
   EXPECT_EQ(error.category(), 2);
   EXPECT_EQ(error.error->expression()->view(), "1 lt \"x\"");
   EXPECT_EQ(error.error->sourceRange(), (SourceRange{2, 4}));
+}
+
+// How many entries the scratch store of the context has; adds one.
+class ACountingExternalProcedure final : public Implements<Object, ADMExternalProcedure> {
+ public:
+  static const Class kClass;
+
+  static Ref<ACountingExternalProcedure> init() { return make<ACountingExternalProcedure>(); }
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  bool wantsEvaluateArguments() override { return false; }
+  Value execute_context(const Array* /*arguments*/, ADMEvaluationContext* context) override {
+    MutableDictionary& store = castTo<ADMEvaluationContextBase>(&context->object())->commonCache();
+    Value count = Number::integer(store.count());
+    store.setObject_forKey(count, count);
+    return count;
+  }
+};
+
+constexpr auto kCountingProtocols =
+    conformances<ACountingExternalProcedure, ADMExternalProcedure>();
+constexpr std::array kCountingInitializers{initializer<&ACountingExternalProcedure::init>("init")};
+constinit const Class ACountingExternalProcedure::kClass{.name = "ACountingExternalProcedure",
+                                                         .base = &Object::kClass,
+                                                         .protocols = kCountingProtocols,
+                                                         .initializers = kCountingInitializers};
+
+TEST(GlobalConstants, EmptiesTheScratchStoreOfProceduresForEachConstant) {
+  const std::array<const Class*, 1> classes{&ACountingExternalProcedure::kClass};
+  const auto registration = ClassRegistry::shared().add(classes);
+  const Value expression = stringOf("_External(\"Counting\")");
+  const auto constants =
+      constantsOf({{stringOf("First"), expression}, {stringOf("Second"), expression}});
+  EXPECT_EQ(descriptionOf(valueOf(*constants, "First")), "0");
+  EXPECT_EQ(descriptionOf(valueOf(*constants, "Second")), "0");
 }
 
 TEST(GlobalConstants, HasNothingWithoutADictionary) {
