@@ -78,9 +78,9 @@ RefPtr<ADMEvaluationContext> contextOf(const Dictionary& info, Value service,
   return RefPtr<ADMEvaluationContext>(castTo<ADMEvaluationContext>(made));
 }
 
+// The text alone means it; a boolean does not.
 bool forbidsEmptyArray(const Dictionary& info) {
-  return textOf(castTo<String>(info.objectForKey("AcceptsEmptyArray"))) == "NO" &&
-         !textAt(info, "Range").empty();
+  return textOf(castTo<String>(info.objectForKey("AcceptsEmptyArray"))) == "NO";
 }
 
 }  // namespace
