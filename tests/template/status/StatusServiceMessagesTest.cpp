@@ -12,6 +12,7 @@
 #include "runtime/Invocation.h"
 #include "runtime/KeyValueLookup.h"
 #include "runtime/device_model/ADMDeviceStatus.h"
+#include "runtime/device_model/ADMSuppliesManagement.h"
 #include "runtime/device_model/ADMSuppliesStatus.h"
 #include "template/status/doubles/ProxyFixture.h"
 
@@ -149,8 +150,9 @@ TEST_F(StatusServiceMessages, LeavesOtherMessagesToWhoeverAsks) {
 
 TEST_F(StatusServiceMessages, SendsEveryMessageOfTheStatusProtocolsOn) {
   std::vector<std::string> expected;
-  for (const MethodGroup* group : {&ADMInterface::kMethods, &ADMStatus::kMethods,
-                                   &ADMDeviceStatus::kMethods, &ADMSuppliesStatus::kMethods}) {
+  for (const MethodGroup* group :
+       {&ADMInterface::kMethods, &ADMStatus::kMethods, &ADMSuppliesManagement::kMethods,
+        &ADMDeviceStatus::kMethods, &ADMSuppliesStatus::kMethods}) {
     for (const Method& row : group->methods) {
       service_->answer(row.selector, row.types,
                        [](const auto&) -> Value { return Number::integer(std::int8_t{1}); });
