@@ -135,8 +135,6 @@ Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* compo
   for (const Value& component : *components) {
     if (standsForCurrent(component)) return valueForFeaturePath(*withCurrent(*components));
   }
-  // A second reference says that the path is kept and comes again, which a service may make use of.
-  const Value kept = Value::sharing(components);
   return valueForFeaturePath(*components);
 }
 

@@ -92,28 +92,28 @@ RefPtr<MutableDictionary> ADMStatusServiceProxy::cache() const {
   return serviceCreator_->userInfoForServiceName(serviceName_.get());
 }
 
-RecentKeys* ADMStatusServiceProxy::recentKeys() const {
-  if (!std::exchange(wasAsked_, true)) return nullptr;
+template <typename Make>
+Value ADMStatusServiceProxy::rememberedKey(const void* message, std::array<Value, 3> subject,
+                                           Make&& makeKey) const {
+  // Many proxies are asked only one question.
+  if (!std::exchange(wasAsked_, true)) return makeKey();
   if (!recentKeys_) recentKeys_ = std::make_unique<RecentKeys>();
-  return recentKeys_.get();
+  const Value& known = recentKeys_->keyFor(message, subject);
+  if (!known.isNil()) return known;
+  Value key = makeKey();
+  recentKeys_->remember(message, std::move(subject), key);
+  return key;
 }
 
-Value ADMStatusServiceProxy::keyOfPath(const Array& components) {
-  // A path that only the caller holds was put together for this question and does not come again.
-  if (components.referenceCount() == 1) return joinComponents(components);
-  const Value path = Value::sharing(&components);
-  RecentKeys* recent = recentKeys();
-  if (recent != nullptr) {
-    const Value& known = recent->keyFor(nullptr, path);
-    if (!known.isNil()) return known;
-  }
-  Value key = joinComponents(components);
+Value ADMStatusServiceProxy::keyOfPath(const Array& components) const {
+  RecentKeys::Subject subject;
   // Of other objects than texts the description may change.
   const auto isText = [](const Value& value) { return value.isKind(ObjectKind::String); };
-  if (recent != nullptr && std::ranges::all_of(components, isText)) {
-    recent->remember(nullptr, path, key);
+  if (components.count() > subject.size() || !std::ranges::all_of(components, isText)) {
+    return joinComponents(components);
   }
-  return key;
+  std::ranges::copy(components, subject.begin());
+  return rememberedKey(nullptr, std::move(subject), [&] { return joinComponents(components); });
 }
 
 template <typename Ask>
@@ -173,13 +173,8 @@ Value ADMStatusServiceProxy::keyOfMessage(const MethodSignature& signature,
   if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
     return joinMessage(selector, argument);
   }
-  RecentKeys* recent = recentKeys();
-  if (recent == nullptr) return joinMessage(selector, argument);
-  const Value& known = recent->keyFor(&selector.name(), argument);
-  if (!known.isNil()) return known;
-  Value key = joinMessage(selector, argument);
-  recent->remember(&selector.name(), argument, key);
-  return key;
+  return rememberedKey(&selector.name(), {argument, Value(), Value()},
+                       [&] { return joinMessage(selector, argument); });
 }
 
 Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {

@@ -1,6 +1,7 @@
 // A status service as expressions see it.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <utility>
 
@@ -87,10 +88,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   ADMStatusServiceProxy(Ref<ADMStatusServiceCreator> creator, Ref<String> serviceName);
   ~ADMStatusServiceProxy() override;
 
-  /// The key of a path; made once for a path that somebody keeps.
-  [[nodiscard]] Value keyOfPath(const Array& components);
-  /// The key of a message; made once for one without argument or about a text. nil when its answer
-  /// is not kept.
+  [[nodiscard]] Value keyOfPath(const Array& components) const;
+  /// The key of a message; nil when its answer is not kept.
   [[nodiscard]] Value keyOfMessage(const MethodSignature& signature, const Selector& selector,
                                    const Value& argument) const;
   [[nodiscard]] Value keyOfInvocation(const Invocation& invocation) const;
@@ -98,13 +97,16 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   /// stands for nothing that is kept.
   template <typename Ask>
   [[nodiscard]] Value keptOr(const Value& key, Ask&& ask) const;
-  /// Where keys are remembered; nullptr for the first question, because many proxies are asked only
-  /// one.
-  [[nodiscard]] RecentKeys* recentKeys() const;
+  /// The key of a question, see RecentKeys; made when it is not remembered.
+  template <typename Make>
+  [[nodiscard]] Value rememberedKey(const void* message, std::array<Value, 3> subject,
+                                    Make&& makeKey) const;
 
   Ref<ADMStatusServiceCreator> serviceCreator_;
   Ref<String> serviceName_;
+  /// True from the first question on.
   mutable bool wasAsked_ = false;
+  /// The keys of the last questions.
   mutable std::unique_ptr<RecentKeys> recentKeys_;
 };
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -205,44 +206,39 @@ TEST_F(StatusServiceProxy, WorksWithACreatorWithoutCaches) {
   EXPECT_EQ(service_->calls().size(), 3U);
 }
 
-// Paths that somebody keeps, as expressions do.
-TEST_F(StatusServiceProxy, TellsKeptPathsApart) {
-  service_->answer("valueForFeature:", "@@",
-                   [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
-  std::vector<Ref<Array>> paths;
-  for (int i = 0; i < 100; ++i) paths.push_back(pathOf({std::to_string(i)}));
+TEST_F(StatusServiceProxy, TellsPathsThatComeAgainApart) {
+  service_->answer("valueForFeature:property:", "@@@",
+                   [](const ServiceDouble::Arguments& arguments) {
+                     return stringOf(descriptionOf(arguments[0]) + descriptionOf(arguments[1]));
+                   });
+  std::vector<Value> names;
+  for (int i = 0; i < 10; ++i) names.push_back(stringOf(std::to_string(i)));
   for (int round = 0; round < 3; ++round) {
-    for (int i = 0; i < 100; ++i) {
-      const Ref<Array> kept = paths[static_cast<std::size_t>(i)];
-      EXPECT_EQ(valueAt(*kept), std::to_string(i));
+    for (const Value& feature : names) {
+      for (const Value& property : names) {
+        EXPECT_EQ(valueAt(*Array::create({feature, property})),
+                  descriptionOf(feature) + descriptionOf(property));
+      }
     }
   }
   EXPECT_EQ(service_->calls().size(), 100U);
 }
 
-TEST_F(StatusServiceProxy, MakesTheKeyOfAKeptPathOnce) {
+TEST_F(StatusServiceProxy, PutsTheKeyOfAPathTogetherOnce) {
   service_->answer("valueForFeature:", stringOf("ready"));
-  // Keys are remembered from the second question on.
-  static_cast<void>(valueAt({"first"}));
-  const Ref<Array> first = pathOf({"first"});
-  const Ref<Array> keptFirst = first;
-  static_cast<void>(valueAt(*first));
-  EXPECT_EQ(first->referenceCount(), 2U);
-  const Ref<Array> path = pathOf({"a"});
-  const Ref<Array> kept = path;
+  const Ref<String> name = String::create("a");
+  const Ref<Array> path = Array::create({Value(name)});
+  // From the second question on, the proxy remembers what the path is made of.
   static_cast<void>(valueAt(*path));
-  // The proxy remembers the path.
-  EXPECT_EQ(path->referenceCount(), 3U);
+  EXPECT_EQ(name->referenceCount(), 2U);
   static_cast<void>(valueAt(*path));
-  EXPECT_EQ(path->referenceCount(), 3U);
-  // One that nobody keeps is not remembered, and neither is one whose text may change.
-  const Ref<Array> passing = pathOf({"b"});
-  static_cast<void>(valueAt(*passing));
-  EXPECT_EQ(passing->referenceCount(), 1U);
-  const Ref<Array> ofObjects = Array::create({Value(service_)});
-  const Ref<Array> alsoKept = ofObjects;
-  static_cast<void>(valueAt(*ofObjects));
-  EXPECT_EQ(ofObjects->referenceCount(), 2U);
+  EXPECT_EQ(name->referenceCount(), 3U);
+  static_cast<void>(valueAt(*Array::create({Value(name)})));
+  EXPECT_EQ(name->referenceCount(), 3U);
+  // Not of what may have another text next time.
+  const std::uint32_t before = service_->referenceCount();
+  static_cast<void>(valueAt(*Array::create({Value(service_)})));
+  EXPECT_EQ(service_->referenceCount(), before);
 }
 
 TEST_F(StatusServiceProxy, IsNoKeyOfADictionary) {
