@@ -36,7 +36,7 @@ class RecentKeys {
 
  private:
   static constexpr std::size_t kPlaces = 32;
-  static inline const Value kNone;
+  static constexpr Value kNone{};
 
   struct Entry {
     const void* message = nullptr;
