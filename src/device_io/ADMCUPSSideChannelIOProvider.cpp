@@ -43,6 +43,7 @@ const Class* ADMCUPSSideChannelIOProvider::implementorClassForProtocolWithName(c
 
 Ref<Array> ADMCUPSSideChannelIOProvider::supportedSchemes() {
   std::vector<Value> schemes;
+  schemes.reserve(kSchemes.size());
   for (const std::string_view scheme : kSchemes) {
     schemes.emplace_back(String::create(std::string(scheme)));
   }

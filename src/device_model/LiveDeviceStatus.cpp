@@ -32,6 +32,7 @@ std::optional<std::int64_t> integerOf(const std::optional<std::string>& value) {
 template <typename Texts>
 Value arrayOf(const Texts& texts) {
   std::vector<Value> elements;
+  elements.reserve(texts.size());
   for (const auto& text : texts) elements.emplace_back(String::create(std::string(text)));
   return Array::create(std::move(elements));
 }

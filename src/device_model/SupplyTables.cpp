@@ -1,6 +1,7 @@
 // Supplies as the Printer MIB lists them.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 
 #include "device_model/ColorNames.h"
@@ -11,15 +12,13 @@ namespace commandfilter {
 namespace {
 
 // The columns of prtMarkerSuppliesTable and of prtMarkerColorantTable.
-enum SupplyColumn : std::uint32_t {
-  kColorantIndex = 3,
-  kClass = 4,
-  kType = 5,
-  kDescription = 6,
-  kUnit = 7,
-  kCapacity = 8,
-  kLevel = 9,
-};
+constexpr std::uint32_t kColorantIndex = 3;
+constexpr std::uint32_t kClass = 4;
+constexpr std::uint32_t kType = 5;
+constexpr std::uint32_t kDescription = 6;
+constexpr std::uint32_t kUnit = 7;
+constexpr std::uint32_t kCapacity = 8;
+constexpr std::uint32_t kLevel = 9;
 constexpr std::uint32_t kColorantValue = 4;
 
 constexpr std::array<std::string_view, 5> kClassWords{"", "other", "", "supplyThatIsConsumed",
@@ -136,7 +135,8 @@ void setLevel(Supply& supply, std::int64_t level) {
     supply.percent = static_cast<int>(std::min(level, kWhole));
   } else if (supply.capacity) {
     const double share = static_cast<double>(level) / static_cast<double>(*supply.capacity);
-    supply.percent = static_cast<int>(std::min(share, 1.0) * static_cast<double>(kWhole) + 0.5);
+    supply.percent =
+        static_cast<int>(std::lround(std::min(share, 1.0) * static_cast<double>(kWhole)));
     // A rest is not nothing.
     if (*supply.percent == 0 && level > 0) supply.percent = 1;
   } else {

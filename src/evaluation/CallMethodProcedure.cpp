@@ -56,6 +56,7 @@ const Kind* numberKind(std::string_view type) noexcept {
 const Selector& accessorOf(const Kind& kind) {
   static const auto accessors = [] {
     std::vector<Selector> selectors;
+    selectors.reserve(kNumberKinds.size());
     for (const Kind& each : kNumberKinds) selectors.emplace_back(each.accessor);
     return selectors;
   }();

@@ -26,7 +26,7 @@ Value enquote(ADMEvaluationContextBase& context, const Array* items) {
     // The text names another procedure and is part of the contract.
     return failWith(context, "Incorrect number of arguments in _TemplateValue");
   }
-  const Value value = evaluateArgument(items, 0, context);
+  Value value = evaluateArgument(items, 0, context);
   const auto* text = castTo<String>(value);
   if (text == nullptr) return {};
   if (text->isEmpty()) return value;

@@ -12,6 +12,7 @@ namespace {
 std::vector<Ref<String>> keysOf(const Dictionary& configurationTemplate,
                                 const std::vector<std::string>& named) {
   std::vector<Ref<String>> keys;
+  keys.reserve(named.size());
   for (const std::string& key : named) keys.push_back(String::create(key));
   if (!named.empty()) return keys;
   const auto* values = castTo<Dictionary>(configurationTemplate.objectForKey("TemplateValues"));
