@@ -3,11 +3,9 @@
 #include <optional>
 #include <utility>
 
-#include "runtime/SharedLibrary.h"
-
 namespace commandfilter {
 
-void* cupsFunctionNamed(const char* name) {
+const SharedLibrary* cupsLibrary() {
   // Never destroyed: unloading libcups at the end of the process would be work for nothing.
   static const auto& library = *new std::optional<SharedLibrary>(  // NOLINT
       []() -> std::optional<SharedLibrary> {
@@ -15,7 +13,7 @@ void* cupsFunctionNamed(const char* name) {
         if (!opened) return std::nullopt;
         return std::move(*opened);
       }());
-  return library ? const_cast<void*>(library->symbol(name)) : nullptr;  // NOLINT
+  return library ? &*library : nullptr;
 }
 
 }  // namespace commandfilter

@@ -3,23 +3,24 @@
 
 #include <cups/cups.h>
 
+#include "runtime/SharedLibrary.h"
+
 // libcups has marked its PPD functions as deprecated for years; a queue's PPD is still the only
 // place for some facts.
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
 namespace commandfilter {
 
-/// The address of a function of libcups, which the first call loads and nothing unloads; nullptr
-/// when there is no such library or function. Each user looks up what it calls: a look-up is not
-/// cheap, and most jobs need two functions.
-[[nodiscard]] void* cupsFunctionNamed(const char* name);
+/// libcups, which the first call loads and nothing unloads; nullptr when there is none.
+[[nodiscard]] const SharedLibrary* cupsLibrary();
 
-/// The same as a pointer of the type that CUPS's headers declare:
-/// `cupsFunction<decltype(&cupsUser)>("cupsUser")`.
+/// A function of libcups as a pointer of the type that CUPS's headers declare:
+/// `cupsFunction<decltype(&cupsUser)>("cupsUser")`; nullptr when there is no such library or
+/// function. Each user looks up what it calls: a look-up is not cheap, and most jobs need two.
 template <typename Function>
 [[nodiscard]] Function cupsFunction(const char* name) {
-  // POSIX promises that a function's address survives this; C++ has no other way to say it.
-  return reinterpret_cast<Function>(cupsFunctionNamed(name));  // NOLINT
+  const SharedLibrary* library = cupsLibrary();
+  return library != nullptr ? library->function<Function>(name) : nullptr;
 }
 
 }  // namespace commandfilter

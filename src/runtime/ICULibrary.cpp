@@ -2,7 +2,6 @@
 
 #include <unicode/uvernum.h>
 
-#include <optional>
 #include <string>
 
 namespace commandfilter {
@@ -15,8 +14,7 @@ constexpr const char* kLibrary = "libicuuc.so." U_ICU_VERSION_SHORT;
 template <typename Function>
 Function functionNamed(const SharedLibrary& library, std::string name) {
   if (U_DISABLE_RENAMING == 0) name.append("_" U_ICU_VERSION_SHORT);
-  // POSIX promises that a function's address survives this; C++ has no other way to say it.
-  return reinterpret_cast<Function>(const_cast<void*>(library.symbol(name.c_str())));  // NOLINT
+  return library.function<Function>(name.c_str());
 }
 
 }  // namespace
@@ -34,14 +32,7 @@ bool ICULibrary::isComplete() const noexcept {
 }
 
 const ICULibrary* ICULibrary::shared() {
-  static const std::optional<ICULibrary> functions = []() -> std::optional<ICULibrary> {
-    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({kLibrary});
-    if (!library) return std::nullopt;
-    ICULibrary found(*library);
-    if (!found.isComplete()) return std::nullopt;
-    library->keep();
-    return found;
-  }();
+  static const auto functions = SharedLibrary::functionsOf<ICULibrary>({kLibrary});
   return functions ? &*functions : nullptr;
 }
 

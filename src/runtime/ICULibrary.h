@@ -22,6 +22,8 @@ class ICULibrary {
   decltype(&ucasemap_utf8ToUpper) toUpper;
 
  private:
+  friend class SharedLibrary;
+
   explicit ICULibrary(const SharedLibrary& library);
   [[nodiscard]] bool isComplete() const noexcept;
 };

@@ -1,6 +1,7 @@
 // Code that is loaded at run time.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -35,6 +36,23 @@ class COMMANDFILTER_EXPORT SharedLibrary {
   /// nullptr when there is none. In a system library, whose names are known, the look-up is not
   /// limited to the library itself.
   [[nodiscard]] const void* symbol(const char* name) const noexcept;
+  /// The function of that name as a pointer of its type; nullptr as `symbol` gives it.
+  template <typename Function>
+  [[nodiscard]] Function function(const char* name) const noexcept {
+    // POSIX promises that a function's address survives this; C++ has no other way to say it.
+    return reinterpret_cast<Function>(const_cast<void*>(symbol(name)));  // NOLINT
+  }
+  /// A system library's functions, looked up by the constructor of `Functions`, a friend of which
+  /// this class is; the library stays loaded. None when it cannot be loaded or is not complete.
+  template <typename Functions>
+  [[nodiscard]] static std::optional<Functions> functionsOf(const SystemLibrary& name) {
+    Result<SharedLibrary> library = openSystemLibrary(name);
+    if (!library) return std::nullopt;
+    Functions functions(*library);
+    if (!functions.isComplete()) return std::nullopt;
+    library->keep();
+    return functions;
+  }
   /// Leaves the library loaded until the process ends; it has no symbols here afterwards.
   void keep() noexcept { handle_ = nullptr; }
 

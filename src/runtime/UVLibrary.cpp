@@ -1,32 +1,20 @@
 #include "runtime/UVLibrary.h"
 
-#include <optional>
-
 namespace commandfilter {
 
-namespace {
-
-template <typename Function>
-Function functionNamed(const SharedLibrary& library, const char* name) {
-  // POSIX promises that a function's address survives this; C++ has no other way to say it.
-  return reinterpret_cast<Function>(const_cast<void*>(library.symbol(name)));  // NOLINT
-}
-
-}  // namespace
-
 UVLibrary::UVLibrary(const SharedLibrary& library)
-    : loopInit(functionNamed<decltype(loopInit)>(library, "uv_loop_init")),
-      loopClose(functionNamed<decltype(loopClose)>(library, "uv_loop_close")),
-      run(functionNamed<decltype(run)>(library, "uv_run")),
-      stop(functionNamed<decltype(stop)>(library, "uv_stop")),
-      updateTime(functionNamed<decltype(updateTime)>(library, "uv_update_time")),
-      close(functionNamed<decltype(close)>(library, "uv_close")),
-      timerInit(functionNamed<decltype(timerInit)>(library, "uv_timer_init")),
-      timerStart(functionNamed<decltype(timerStart)>(library, "uv_timer_start")),
-      timerStop(functionNamed<decltype(timerStop)>(library, "uv_timer_stop")),
-      pollInit(functionNamed<decltype(pollInit)>(library, "uv_poll_init")),
-      pollStart(functionNamed<decltype(pollStart)>(library, "uv_poll_start")),
-      describe(functionNamed<decltype(describe)>(library, "uv_strerror")) {}
+    : loopInit(library.function<decltype(loopInit)>("uv_loop_init")),
+      loopClose(library.function<decltype(loopClose)>("uv_loop_close")),
+      run(library.function<decltype(run)>("uv_run")),
+      stop(library.function<decltype(stop)>("uv_stop")),
+      updateTime(library.function<decltype(updateTime)>("uv_update_time")),
+      close(library.function<decltype(close)>("uv_close")),
+      timerInit(library.function<decltype(timerInit)>("uv_timer_init")),
+      timerStart(library.function<decltype(timerStart)>("uv_timer_start")),
+      timerStop(library.function<decltype(timerStop)>("uv_timer_stop")),
+      pollInit(library.function<decltype(pollInit)>("uv_poll_init")),
+      pollStart(library.function<decltype(pollStart)>("uv_poll_start")),
+      describe(library.function<decltype(describe)>("uv_strerror")) {}
 
 bool UVLibrary::isComplete() const noexcept {
   return loopInit != nullptr && loopClose != nullptr && run != nullptr && stop != nullptr &&
@@ -36,14 +24,7 @@ bool UVLibrary::isComplete() const noexcept {
 }
 
 const UVLibrary* UVLibrary::shared() {
-  static const std::optional<UVLibrary> functions = []() -> std::optional<UVLibrary> {
-    Result<SharedLibrary> library = SharedLibrary::openSystemLibrary({"libuv.so.1"});
-    if (!library) return std::nullopt;
-    UVLibrary found(*library);
-    if (!found.isComplete()) return std::nullopt;
-    library->keep();
-    return found;
-  }();
+  static const auto functions = SharedLibrary::functionsOf<UVLibrary>({"libuv.so.1"});
   return functions ? &*functions : nullptr;
 }
 

@@ -28,6 +28,8 @@ class UVLibrary {
   decltype(&uv_strerror) describe;
 
  private:
+  friend class SharedLibrary;
+
   explicit UVLibrary(const SharedLibrary& library);
   [[nodiscard]] bool isComplete() const noexcept;
 };

@@ -29,6 +29,8 @@ class CupsLibrary {
   decltype(&cupsSideChannelRead) sideChannelRead;
 
  private:
+  friend class SharedLibrary;
+
   explicit CupsLibrary(const SharedLibrary& library);
   [[nodiscard]] bool isComplete() const noexcept;
 };
