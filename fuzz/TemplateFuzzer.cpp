@@ -20,6 +20,8 @@
 #include "runtime/ClassRegistry.h"
 #include "runtime/FileDescriptor.h"
 #include "runtime/PropertyList.h"
+#include "runtime/RunLoop.h"
+#include "runtime/String.h"
 #include "template/LibraryClasses.h"
 #include "template/status/ADMDMFStatusServiceCreator.h"
 
@@ -55,14 +57,23 @@ FileDescriptor fileOf(std::string_view bytes) {
   return file;
 }
 
+// A description may say that its device takes its time; then it has no services.
+void resolve(SimulatedServiceInfo& device) {
+  constexpr double kTimeout = 0.01;
+  const Ref<String> mode = String::create("resolve");
+  const Ref<RunLoop> loop = RunLoop::currentRunLoop();
+  device.scheduleInRunLoop_forMode(*loop, *mode);
+  device.resolveWithTimeout(kTimeout);
+  static_cast<void>(loop->runMode_beforeDate(*mode, RunLoop::dateAfter(kTimeout)));
+  device.removeFromRunLoop_forMode(*loop, *mode);
+}
+
 Ref<ADMStatusServiceCreator> servicesOf(const FileDescriptor& description) {
   const Ref<SimulatedServiceInfo> device = SimulatedServiceInfo::create(
       *String::create("simulated:///proc/self/fd/" + std::to_string(description.get())));
+  resolve(*device);
   const RefPtr<ADMDMFStatusServiceCreator> creator =
       ADMDMFStatusServiceCreator::initWithDMFServiceInfo(device);
-  // A device that was not waited for has no services yet; these are its services all the same.
-  creator->setServiceInfo(nullptr);
-  creator->setServiceInfo(device);
   return Ref<ADMStatusServiceCreator>(*creator);
 }
 
