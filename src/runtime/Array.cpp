@@ -5,6 +5,7 @@
 #include <string>
 
 #include "runtime/Class.h"
+#include "runtime/CollectionComparison.h"
 #include "runtime/Comparison.h"
 #include "runtime/Description.h"
 #include "runtime/Exception.h"
@@ -55,7 +56,9 @@ bool Array::isEqual(const Value& other) const {
   if (!other.isKind(ObjectKind::Array)) return false;
   StackGuard::check();
   const auto& array = static_cast<const Array&>(*other.object());
-  return std::ranges::equal(elements_, array.elements_, equal);
+  const CollectionComparison comparison(*this, array);
+  return comparison.isKnownEqual() ||
+         comparison.concluded(std::ranges::equal(elements_, array.elements_, equal));
 }
 
 void Array::appendDescription(std::string& text, int level) const {

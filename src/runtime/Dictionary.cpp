@@ -7,6 +7,7 @@
 #include <string>
 
 #include "runtime/Class.h"
+#include "runtime/CollectionComparison.h"
 #include "runtime/Comparison.h"
 #include "runtime/Description.h"
 #include "runtime/SizeLimits.h"
@@ -149,11 +150,14 @@ bool Dictionary::isEqual(const Value& other) const {
   StackGuard::check();
   const auto& dictionary = static_cast<const Dictionary&>(*other.object());
   if (dictionary.count() != count()) return false;
-  return std::ranges::all_of(entries_, [&dictionary](const DictionaryEntry& entry) {
-    const DictionaryEntry* same =
-        find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
-    return same != nullptr && equal(entry.value, same->value);
-  });
+  const CollectionComparison comparison(*this, dictionary);
+  if (comparison.isKnownEqual()) return true;
+  return comparison.concluded(
+      std::ranges::all_of(entries_, [&dictionary](const DictionaryEntry& entry) {
+        const DictionaryEntry* same =
+            find(dictionary.entries_, dictionary.index_, entry.key, entry.hash);
+        return same != nullptr && equal(entry.value, same->value);
+      }));
 }
 
 void Dictionary::appendDescription(std::string& text, int level) const {

@@ -121,6 +121,45 @@ TEST(Comparison, ComparesWhatIsNestedAsDeepAsAPropertyList) {
       equal(nestedDictionaries(512, Value::null()), nestedDictionaries(512, Value::null())));
 }
 
+// Written out, these have more elements than could ever be visited.
+template <typename MakePair>
+Value doubled(Value inmost, MakePair&& makePair) {
+  constexpr int kTimes = 100;
+  Value value = std::move(inmost);
+  for (int i = 0; i < kTimes; ++i) value = makePair(value);
+  return value;
+}
+
+TEST(Comparison, ComparesArraysThatHoldTheSamePartAgainAndAgain) {
+  const auto twice = [](const Value& part) { return Value(arrayOf({part, Value(), part})); };
+  const Value array = doubled(stringOf("x"), twice);
+  EXPECT_TRUE(equal(array, doubled(stringOf("x"), twice)));
+  EXPECT_FALSE(equal(array, doubled(stringOf("y"), twice)));
+}
+
+TEST(Comparison, ComparesDictionariesThatHoldTheSamePartAgainAndAgain) {
+  const auto twice = [](const Value& part) {
+    return Value(dictionaryOf({{stringOf("a"), part}, {stringOf("b"), part}}));
+  };
+  const Value dictionary = doubled(stringOf("x"), twice);
+  EXPECT_TRUE(equal(dictionary, doubled(stringOf("x"), twice)));
+  EXPECT_FALSE(equal(dictionary, doubled(stringOf("y"), twice)));
+}
+
+TEST(Comparison, ForgetsPairsBetweenComparisons) {
+  const auto pairs = [](const char* text) {
+    std::vector<Value> elements;
+    for (std::size_t i = 0; i < kHundredThousand / 10; ++i) {
+      elements.emplace_back(arrayOf({stringOf(text)}));
+    }
+    return Value(Array::create(std::move(elements)));
+  };
+  // The freed elements of one round are likely the memory of the next.
+  for (const char* text : {"a", "b", "c"}) {
+    EXPECT_TRUE(equal(pairs("a"), pairs(text)) == (std::string_view(text) == "a"));
+  }
+}
+
 TEST(Comparison, RaisesForValuesNestedAMillionDeep) {
   for (const auto nested : {&nestedArrays, &nestedDictionaries}) {
     const Value left = nested(kMillion, Number::integer(1));
