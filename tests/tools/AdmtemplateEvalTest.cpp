@@ -150,6 +150,30 @@ TEST_F(AdmtemplateEval, GoesOnBehindAValueThatIsBrokenOff) {
   EXPECT_THAT(json.errors, HasSubstr("Circle: broken off"));
 }
 
+TEST_F(AdmtemplateEval, GoesOnBehindAValueThatNoReportCanHold) {
+  writeFile(template_, R"(<plist><dict><key>TemplateMacroses</key><dict>
+    <key>Twice</key><string>_Array(@arg0, @arg0)</string>
+    <key>Often</key><string>_Twice(_Twice(_Twice(_Twice(_Twice(_Twice(@arg0))))))</string>
+    <key>Deep</key><string>_Array(_Array(_Array(_Array(_Array(_Array(_Array(@arg0)))))))</string>
+    <key>Deeper</key><string>_Deep(_Deep(_Deep(_Deep(_Deep(_Deep(_Deep(_Deep(@arg0))))))))</string>
+    <key>Deepest</key>
+    <string>_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(_Deeper(1))))))))))</string>
+    </dict><key>TemplateValues</key><dict>
+    <key>Large</key><dict><key>Value</key>
+      <string>_Often(_Often(_Often(_Often(_Often(_Often(_Often(_Often(_Often(1)))))))))</string></dict>
+    <key>Same</key><dict><key>Value</key><string>[Large] eq _Array()</string></dict>
+    <key>Deep</key><dict><key>Value</key><string>_Deepest(1)</string></dict>
+    <key>After</key><dict><key>Value</key><string>1</string></dict></dict></dict></plist>)");
+  for (const char* format : {"text", "json", "plist"}) {
+    const ChildResult result = eval({template_, "--format", format});
+    EXPECT_EQ(result.exitStatus, 0) << format;
+    EXPECT_THAT(result.output, HasSubstr("After")) << format;
+    const std::string report = result.output + result.errors;
+    EXPECT_THAT(report, HasSubstr("Large: broken off: a value is too large")) << format;
+    EXPECT_THAT(report, HasSubstr("Deep: broken off: nested too deeply")) << format;
+  }
+}
+
 TEST_F(AdmtemplateEval, ExplainsWhatItCannotUse) {
   const std::string missing = (folder_.path() / "missing").string();
   const std::string list = (folder_.path() / "list.plist").string();

@@ -1,5 +1,6 @@
 #include "Evaluation.h"
 
+#include "WrittenSize.h"
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
 #include "template/ADMStatusValueRepresentation.h"
@@ -38,7 +39,9 @@ template <typename Compute>
 Answer answerOf(RefPtr<String> key, Compute&& compute) {
   Answer answer{std::move(key), {}, {}};
   try {
-    answer.value = compute();
+    Value value = compute();
+    requireWritable(value);
+    answer.value = std::move(value);
   } catch (const Exception& exception) {
     answer.exception = exception.what();
   }
