@@ -1,4 +1,4 @@
-# Flags of every target of the project: warnings, sanitizers, coverage, clang-tidy.
+# Flags of every target of the project: warnings, sanitizers, coverage.
 
 add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
@@ -21,11 +21,4 @@ endif()
 if(COMMANDFILTER_COVERAGE)
   add_compile_options(--coverage)
   add_link_options(--coverage)
-endif()
-
-# Set for the product's own targets only (see add_layer): test frameworks expand into code that
-# no check was written for.
-if(COMMANDFILTER_TIDY)
-  find_program(CLANG_TIDY clang-tidy REQUIRED)
-  set(COMMANDFILTER_TIDY_COMMAND ${CLANG_TIDY} --quiet)
 endif()
