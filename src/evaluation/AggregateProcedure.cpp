@@ -10,6 +10,7 @@
 #include "evaluation/PartialResult.h"
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "evaluation/SortedElements.h"
 #include "expression/OperandValue.h"
 #include "runtime/Cast.h"
@@ -88,7 +89,7 @@ class Accumulation {
 
 /// _Sort(list, key): the elements in the ascending order of their keys.
 Value sort(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return failWith(context, kWrongSort);
+  if (!argumentsOf("Sort").accepts(countOf(items))) return failWith(context, kWrongSort);
   const Value list = evaluateArgument(items, 0, context);
   auto* elements = castTo<Array>(list);
   if (elements == nullptr) return failWith(context, kWrongSort);
@@ -107,7 +108,7 @@ Value sort(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _Filter(list, condition): the elements for which the condition holds.
 Value filter(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return failWith(context, kWrongAggregateIf);
+  if (!argumentsOf("Filter").accepts(countOf(items))) return failWith(context, kWrongAggregateIf);
   const Value list = evaluateArgument(items, 0, context);
   if (list.isNil()) return {};
   const auto* elements = castTo<Array>(list);
@@ -129,7 +130,8 @@ Value filter(ADMEvaluationContextBase& context, const Array* items) {
 /// _AggregateIf(list, condition, step, initial): the accumulator after the steps of the elements
 /// for which the condition holds.
 Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 4) return failWith(context, kWrongAggregateIf);
+  if (!argumentsOf("AggregateIf").accepts(countOf(items)))
+    return failWith(context, kWrongAggregateIf);
   const Value list = evaluateArgument(items, 0, context);
   if (list.isNil()) return {};
   const auto* elements = castTo<Array>(list);
@@ -150,7 +152,7 @@ Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _Aggregate(list, step [, initial]): the accumulator after the steps of all elements.
 Value aggregate(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return failWith(context, kWrongAggregate);
+  if (!argumentsOf("Aggregate").accepts(countOf(items))) return failWith(context, kWrongAggregate);
   const Value list = evaluateArgument(items, 0, context);
   if (list.isNil()) return {};
   const auto* elements = castTo<Array>(list);

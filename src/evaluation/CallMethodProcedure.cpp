@@ -9,6 +9,7 @@
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "runtime/Cast.h"
 #include "runtime/Invocation.h"
 #include "runtime/Send.h"
@@ -97,7 +98,7 @@ Value fail(ADMEvaluationContextBase& context) {
 
 /// _CallMethod(target, selectorName, argument, ...): the result of a message.
 Value callMethod(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return fail(context);
+  if (!argumentsOf("CallMethod").accepts(countOf(items))) return fail(context);
   const Value target = evaluateArgument(items, 0, context);
   if (target.isNil()) return fail(context);
   const Value selectorName = evaluateArgument(items, 1, context);

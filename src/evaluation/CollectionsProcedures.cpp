@@ -10,6 +10,7 @@
 #include "evaluation/ElementSet.h"
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "runtime/Cast.h"
 #include "runtime/Comparison.h"
 #include "runtime/Dictionary.h"
@@ -49,7 +50,8 @@ std::vector<Value> translateCodes(const Array& codes, const Dictionary& table) {
 
 /// _Translate(keys, table): the texts of a bit mask or of a list of codes.
 Value translate(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2) return failWith(context, kWrongContainsNumber);
+  if (!argumentsOf("Translate").accepts(countOf(items)))
+    return failWith(context, kWrongContainsNumber);
   const Value keys = evaluateArgument(items, 0, context);
   const Value values = evaluateArgument(items, 1, context);
   const auto* table = castTo<Dictionary>(values);
@@ -89,7 +91,7 @@ Value indexOfValue(const Array& array, const Value& value) {
 
 /// _GetKey(container, value [, default]): where a value stands.
 Value getKey(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2 && countOf(items) != 3) return failWith(context, kWrongGetItemNumber);
+  if (!argumentsOf("GetKey").accepts(countOf(items))) return failWith(context, kWrongGetItemNumber);
   const Value container = evaluateArgument(items, 0, context);
   if (container.isNil()) return orDefault(Value(), context, items);
   const auto* dictionary = castTo<Dictionary>(container);
@@ -105,7 +107,8 @@ Value getKey(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _GetItem(container, key [, default]): what stands at a key or index.
 Value getItem(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2 && countOf(items) != 3) return failWith(context, kWrongGetItemNumber);
+  if (!argumentsOf("GetItem").accepts(countOf(items)))
+    return failWith(context, kWrongGetItemNumber);
   const Value container = evaluateArgument(items, 0, context);
   if (container.isNil()) return orDefault(Value(), context, items);
   if (const auto* dictionary = castTo<Dictionary>(container)) {
@@ -125,7 +128,7 @@ Value getItem(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _In(value, candidate, ...): whether a value is one of the candidates.
 Value in(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return failWith(context, kWrongContainsNumber);
+  if (!argumentsOf("In").accepts(countOf(items))) return failWith(context, kWrongContainsNumber);
   const Value value = evaluateArgument(items, 0, context);
   for (std::size_t i = 1; i < items->count(); ++i) {
     if (equal(value, evaluateArgument(items, i, context))) return Value::boolean(true);
@@ -135,7 +138,7 @@ Value in(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _Contains(collection, value, ...): whether a collection holds all the values.
 Value contains(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) < 2) return failWith(context, kWrongContains);
+  if (!argumentsOf("Contains").accepts(countOf(items))) return failWith(context, kWrongContains);
   const RefPtr<Array> elements = elementsOf(evaluateArgument(items, 0, context));
   if (!elements) return failWith(context, kWrongContains);
   // A set is worth its making only when it is asked often.
@@ -167,14 +170,14 @@ Value largestOf(const Array& elements) {
 
 /// _MaxValue(collection): the largest element.
 Value maxValue(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 1) return {};
+  if (!argumentsOf("MaxValue").accepts(countOf(items))) return {};
   const RefPtr<Array> elements = elementsOf(evaluateArgument(items, 0, context));
   return elements ? largestOf(*elements) : Value();
 }
 
 /// _AllKeys(collection): the keys of a dictionary, the indexes of an array.
 Value allKeys(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 1) return {};
+  if (!argumentsOf("AllKeys").accepts(countOf(items))) return {};
   const Value collection = evaluateArgument(items, 0, context);
   std::vector<Value> keys;
   if (const auto* array = castTo<Array>(collection)) {
@@ -193,7 +196,7 @@ Value allKeys(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _GetSize(collection): how many elements or entries it has; 0 for nil.
 Value getSize(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 1) return {};
+  if (!argumentsOf("GetSize").accepts(countOf(items))) return {};
   const Value collection = evaluateArgument(items, 0, context);
   if (collection.isNil()) return Number::integer(std::uint64_t{0});
   if (const auto* array = castTo<Array>(collection)) {
@@ -208,7 +211,8 @@ Value getSize(ADMEvaluationContextBase& context, const Array* items) {
 /// _Dictionary(value, key, ...): a dictionary of pairs, the value first.
 Value dictionary(ADMEvaluationContextBase& context, const Array* items) {
   const std::size_t count = countOf(items);
-  if (count % 2 != 0) return failWith(context, "Incorrect arguments number in Dictionary()");
+  if (!argumentsOf("Dictionary").accepts(count))
+    return failWith(context, "Incorrect arguments number in Dictionary()");
   DictionaryBuilder builder;
   builder.reserve(count / 2);
   for (std::size_t i = 0; i < count; i += 2) {

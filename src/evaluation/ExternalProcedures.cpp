@@ -6,6 +6,7 @@
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "evaluation/protocol/ADMExternalProcedure.h"
 #include "runtime/Cast.h"
 #include "runtime/ClassRegistry.h"
@@ -69,7 +70,7 @@ Value newInstance(const String& name) {
 
 /// _External(name, argument, ...): the result of a procedure that somebody else has written.
 Value external(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) == 0) return fail(context);
+  if (!argumentsOf("External").accepts(countOf(items))) return fail(context);
   const Value value = evaluateArgument(items, 0, context);
   const auto* name = castTo<String>(value);
   if (name == nullptr || name->isEmpty()) return fail(context);

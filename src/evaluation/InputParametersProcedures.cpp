@@ -10,7 +10,7 @@ namespace {
 
 /// _InputValue(name): an input parameter.
 Value inputValue(ADMEvaluationContextBase& context, const Array* items) {
-  return valueByName(context, items, "InputParameters",
+  return valueByName(context, items, argumentsOf("InputValue"), "InputParameters",
                      "Incorrect number of arguments in _InputValue");
 }
 

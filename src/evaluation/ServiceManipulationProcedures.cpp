@@ -7,6 +7,7 @@
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "evaluation/ValuesByName.h"
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
@@ -21,7 +22,7 @@ namespace {
 
 /// _ServiceValue(service, component, ...): a feature path of a service.
 Value serviceValue(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) == 0) {
+  if (!argumentsOf("ServiceValue").accepts(countOf(items))) {
     return failWith(context, "Incorrect number of arguments in _ServiceValue");
   }
   Value service = evaluateArgument(items, 0, context);
@@ -48,7 +49,8 @@ Value serviceValue(ADMEvaluationContextBase& context, const Array* items) {
 /// _Service([name]): the service of that name, or the context's own.
 Value service(ADMEvaluationContextBase& context, const Array* items) {
   if (countOf(items) == 0) return context.statusService();
-  if (countOf(items) > 1) return failWith(context, "Incorrect number of arguments in _Service");
+  if (!argumentsOf("Service").accepts(countOf(items)))
+    return failWith(context, "Incorrect number of arguments in _Service");
   const Value value = evaluateArgument(items, 0, context);
   if (value.isNil() || value.isNull()) return context.statusService();
   const auto* name = castTo<String>(value);

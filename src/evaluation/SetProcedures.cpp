@@ -7,6 +7,7 @@
 #include "evaluation/ElementSet.h"
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "runtime/Cast.h"
 
 namespace commandfilter {
@@ -26,7 +27,8 @@ Value selectElements(const Array& list, const Array& other, bool held) {
 
 /// _Exclude(a, b): what is in a and not in b.
 Value exclude(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2) return failWith(context, "Incorrect number of arguments in _Exclude");
+  if (!argumentsOf("Exclude").accepts(countOf(items)))
+    return failWith(context, "Incorrect number of arguments in _Exclude");
   const RefPtr<Array> first = elementsOf(evaluateArgument(items, 0, context));
   const RefPtr<Array> second = elementsOf(evaluateArgument(items, 1, context));
   return first && second ? selectElements(*first, *second, false) : Value();
@@ -34,7 +36,8 @@ Value exclude(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _Intersect(a, b): what is in both, in the order of b.
 Value intersect(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2) return failWith(context, "Incorrect number of arguments in _Intersect");
+  if (!argumentsOf("Intersect").accepts(countOf(items)))
+    return failWith(context, "Incorrect number of arguments in _Intersect");
   const RefPtr<Array> first = elementsOf(evaluateArgument(items, 0, context));
   const RefPtr<Array> second = elementsOf(evaluateArgument(items, 1, context));
   return first && second ? selectElements(*second, *first, true) : Value();
@@ -48,7 +51,8 @@ const Array* usableArray(const Value& value) {
 
 /// _Union(a, b): what is in either, a first.
 Value unite(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 2) return failWith(context, "Incorrect number of arguments in _Union");
+  if (!argumentsOf("Union").accepts(countOf(items)))
+    return failWith(context, "Incorrect number of arguments in _Union");
   Value first = evaluateArgument(items, 0, context);
   Value second = evaluateArgument(items, 1, context);
   const Array* left = usableArray(first);

@@ -7,6 +7,7 @@
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "expression/CodeUnits.h"
 #include "runtime/Cast.h"
 #include "runtime/SizeLimits.h"
@@ -22,7 +23,7 @@ std::uint8_t quoteOf(char16_t unit) noexcept { return static_cast<std::uint8_t>(
 
 /// _Enquote(text [, quotes]): the text between quotes.
 Value enquote(ADMEvaluationContextBase& context, const Array* items) {
-  if (countOf(items) != 1 && countOf(items) != 2) {
+  if (!argumentsOf("Enquote").accepts(countOf(items))) {
     // The text names another procedure and is part of the contract.
     return failWith(context, "Incorrect number of arguments in _TemplateValue");
   }

@@ -10,7 +10,7 @@ namespace {
 
 /// _TemplateValue(name): another value of the template.
 Value templateValue(ADMEvaluationContextBase& context, const Array* items) {
-  return valueByName(context, items, "EntireTemplateProcessor",
+  return valueByName(context, items, argumentsOf("TemplateValue"), "EntireTemplateProcessor",
                      "Incorrect number of arguments in _TemplateValue");
 }
 

@@ -13,9 +13,10 @@ const Value& configured(const ADMEvaluationContext& context, std::string_view ke
   return configuration != nullptr ? configuration->objectForKey(key) : kNone;
 }
 
-Value valueByName(ADMEvaluationContextBase& context, const Array* items, std::string_view key,
+Value valueByName(ADMEvaluationContextBase& context, const Array* items,
+                  const ArgumentCount& accepted, std::string_view key,
                   std::string_view wrongNumber) {
-  if (countOf(items) != 1) return failWith(context, wrongNumber);
+  if (!accepted.accepts(countOf(items))) return failWith(context, wrongNumber);
   const Value value = evaluateArgument(items, 0, context);
   const auto* name = castTo<String>(value);
   if (name == nullptr || name->isEmpty()) return {};

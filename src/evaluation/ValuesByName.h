@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "runtime/Array.h"
 #include "runtime/Dictionary.h"
 #include "runtime/Value.h"
@@ -14,9 +15,10 @@ namespace commandfilter {
 [[nodiscard]] const Value& configured(const ADMEvaluationContext& context, std::string_view key);
 
 /// A procedure that looks a name up: the value that the object under the key of the configuration
-/// has for the name that the only argument gives. A name that is no text or empty has no value;
-/// another number of arguments records the message.
+/// has for the name that the first argument gives. A name that is no text or empty has no value; a
+/// number of arguments that is none of those accepted records the message.
 [[nodiscard]] Value valueByName(ADMEvaluationContextBase& context, const Array* items,
-                                std::string_view key, std::string_view wrongNumber);
+                                const ArgumentCount& accepted, std::string_view key,
+                                std::string_view wrongNumber);
 
 }  // namespace commandfilter

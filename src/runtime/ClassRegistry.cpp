@@ -30,6 +30,14 @@ const Class* ClassRegistry::classNamed(std::string_view name) const noexcept {
   return nullptr;
 }
 
+std::vector<const Class*> ClassRegistry::classes() const {
+  std::vector<const Class*> all;
+  for (const Entry& entry : entries_) {
+    all.insert(all.end(), entry.classes.begin(), entry.classes.end());
+  }
+  return all;
+}
+
 void ClassRegistry::remove(std::size_t id) noexcept {
   std::erase_if(entries_, [id](const Entry& entry) { return entry.id == id; });
   // The classes' memory may be used for other classes now.

@@ -47,6 +47,9 @@ class COMMANDFILTER_EXPORT ClassRegistry {
   /// The class of exactly this name, the first that was registered; nullptr when there is none.
   [[nodiscard]] const Class* classNamed(std::string_view name) const noexcept;
 
+  /// All classes, in the order in which they were registered.
+  [[nodiscard]] std::vector<const Class*> classes() const;
+
  private:
   struct Entry {
     std::size_t id;
