@@ -7,9 +7,9 @@
 #include "Evaluation.h"
 #include "InputFile.h"
 #include "NoDevice.h"
+#include "PlugIns.h"
 #include "Report.h"
 #include "UsageError.h"
-#include "runtime/Bundle.h"
 #include "runtime/Cast.h"
 #include "template/status/ADMDMFStatusServiceCreator.h"
 
@@ -27,14 +27,6 @@ void requireSense(const EvalArguments& arguments) {
   if (arguments.service && !arguments.expression) {
     throw UsageError("--service belongs to --expression; in a template, each value names its own");
   }
-}
-
-void loadPlugIn(const std::string& path) {
-  const RefPtr<Bundle> bundle = Bundle::bundleWithPath(path);
-  if (!bundle) {
-    throw UsageError("plug-in " + path + ": there is no bundle; name the folder NAME.bundle");
-  }
-  if (!bundle->load()) throw UsageError("plug-in " + path + ": " + bundle->loadFailure());
 }
 
 Ref<ADMStatusServiceCreator> servicesOf(const std::optional<std::string>& device) {

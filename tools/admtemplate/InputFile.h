@@ -9,8 +9,20 @@
 
 namespace commandfilter::tools {
 
-/// The dictionary in a property-list file. `what` says what the file is for.
-/// @throws UsageError when the file cannot be read or holds something else.
+/// A property list that holds a dictionary, as it stands in its file.
+struct InputFile {
+  std::string path;
+  std::string bytes;
+  Ref<Dictionary> dictionary;
+};
+
+/// Reads a property-list file. `what` says what the file is for.
+/// @throws UsageError when the file cannot be read or holds something else; with the place when it
+/// is broken XML.
+[[nodiscard]] InputFile openInputFile(const std::string& path, std::string_view what);
+
+/// The dictionary alone.
+/// @throws UsageError as `openInputFile` does.
 [[nodiscard]] Ref<Dictionary> readDictionary(const std::string& path, std::string_view what);
 
 }  // namespace commandfilter::tools

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "CheckCommand.h"
 #include "EvalCommand.h"
 #include "UsageError.h"
 #include "template/LibraryClasses.h"
@@ -35,18 +36,42 @@ void addEval(CLI::App& app, EvalArguments& arguments) {
   eval->add_flag("--strict", arguments.strict, "Exit with status 1 when a value has an error");
 }
 
+CLI::App* addCheck(CLI::App& app, CheckArguments& arguments) {
+  CLI::App* check =
+      app.add_subcommand("check", "Find what is wrong with templates, without a device");
+  check->add_option("TEMPLATE", arguments.templates, "The templates, property lists")->required();
+  check->add_option("--input", arguments.input,
+                    "Input parameters, a property list; without it any name is one");
+  check->add_option("--plugin", arguments.plugIns, "A plug-in bundle to load; may be repeated")
+      ->allow_extra_args(false);
+  check
+      ->add_option("--key", arguments.keys,
+                   "A value that somebody asks for; may be repeated. Values that none of them "
+                   "uses are reported")
+      ->allow_extra_args(false);
+  const std::map<std::string, CheckFormat> formats{{"text", CheckFormat::Text},
+                                                   {"json", CheckFormat::JSON}};
+  check->add_option("--format", arguments.format, "text or json")
+      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description("FORMAT"));
+  return check;
+}
+
 int run(int argc, char** argv) {
-  CLI::App app("Evaluates templates of the command filter, with a printer or without one.",
-               "admtemplate");
+  CLI::App app(
+      "Evaluates and checks templates of the command filter, with a printer or without one.",
+      "admtemplate");
   app.require_subcommand(1);
   EvalArguments arguments;
   addEval(app, arguments);
+  CheckArguments checkArguments;
+  const CLI::App* check = addCheck(app, checkArguments);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : kUnusable;
   }
   commandfilter::registerLibraryClasses();
+  if (check->parsed()) return runCheck(checkArguments, std::cout, std::cerr);
   return runEval(arguments, std::cout, std::cerr);
 }
 

@@ -1,0 +1,40 @@
+#include "check/NameText.h"
+
+#include <cstddef>
+
+#include "runtime/UTF8.h"
+
+namespace commandfilter::tools {
+
+namespace {
+
+// C0, DEL and C1; the last are two bytes in UTF-8.
+bool isControl(char32_t character) noexcept {
+  return character < U' ' || (character >= 0x7F && character < 0xA0);
+}
+
+}  // namespace
+
+std::string shownName(std::string_view name) {
+  constexpr std::size_t kLongest = 60;
+  std::string shown;
+  std::size_t characters = 0;
+  for (std::size_t offset = 0; offset < name.size(); ++characters) {
+    if (characters == kLongest) return shown + "...";
+    const char32_t character = nextCodePoint(name, offset);
+    appendCodePoint(shown, isControl(character) ? U'?' : character);
+  }
+  return shown;
+}
+
+std::string withoutControls(std::string_view text) {
+  std::string shown;
+  shown.reserve(text.size());
+  for (std::size_t offset = 0; offset < text.size();) {
+    const char32_t character = nextCodePoint(text, offset);
+    appendCodePoint(shown, isControl(character) && character != U'\t' ? U'?' : character);
+  }
+  return shown;
+}
+
+}  // namespace commandfilter::tools
