@@ -35,8 +35,8 @@ struct Definition {
   const KeyPath* path;
   /// The class of the context that evaluates the expressions.
   const Class* context;
-  /// True for a value whose names and paths ask a service.
-  bool hasService = false;
+  /// The ServiceName of a value; nullptr when nothing answers its names and paths.
+  const KeyPath* service = nullptr;
 };
 
 /// An expression and what it is part of.
@@ -48,6 +48,8 @@ struct ExpressionSite {
   Role role;
   const KeyPath* path;
   Ref<String> expression;
+  /// False when another expression of the value decides whether this one is evaluated.
+  bool isAlwaysEvaluated = true;
 };
 
 /// All definitions of a template with their expressions, in the order of the template.

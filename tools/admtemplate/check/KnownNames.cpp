@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 
 #include "check/NameText.h"
@@ -16,16 +15,6 @@
 namespace commandfilter::tools {
 
 namespace {
-
-// What stands between the two; none when the text is made otherwise.
-std::optional<std::string_view> between(std::string_view text, std::string_view before,
-                                        std::string_view behind) {
-  if (text.size() < before.size() + behind.size() || !text.starts_with(before) ||
-      !text.ends_with(behind)) {
-    return std::nullopt;
-  }
-  return text.substr(before.size(), text.size() - before.size() - behind.size());
-}
 
 // Procedures of all contexts, plug-ins' included, and macros.
 std::vector<std::string_view> callableNames(const Definitions& definitions) {
@@ -74,7 +63,7 @@ std::vector<std::string_view> proceduresOf(const Class& context) {
   std::vector<std::string_view> names;
   const auto add = [&names](std::span<const Method> methods) {
     for (const Method& method : methods) {
-      if (const auto name = between(method.selector, "execute", "Procedure:")) {
+      if (const auto name = textBetween(method.selector, "execute", "Procedure:")) {
         names.push_back(*name);
       }
     }
@@ -89,7 +78,7 @@ std::vector<std::string_view> proceduresOf(const Class& context) {
 std::vector<std::string_view> externalProcedures() {
   std::vector<std::string_view> names;
   for (const Class* info : ClassRegistry::shared().classes()) {
-    if (const auto name = between(info->name, "A", "ExternalProcedure")) names.push_back(*name);
+    if (const auto name = textBetween(info->name, "A", "ExternalProcedure")) names.push_back(*name);
   }
   return names;
 }

@@ -37,4 +37,13 @@ std::string withoutControls(std::string_view text) {
   return shown;
 }
 
+std::optional<std::string_view> textBetween(std::string_view name, std::string_view before,
+                                            std::string_view behind) {
+  if (name.size() < before.size() + behind.size() || !name.starts_with(before) ||
+      !name.ends_with(behind)) {
+    return std::nullopt;
+  }
+  return name.substr(before.size(), name.size() - before.size() - behind.size());
+}
+
 }  // namespace commandfilter::tools

@@ -1,6 +1,7 @@
 // Names in messages.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,10 @@ namespace commandfilter::tools {
 
 /// The text with control characters but tabs as question marks; as many characters as before.
 [[nodiscard]] std::string withoutControls(std::string_view text);
+
+/// What stands between the two texts; none when the name does not begin and end so.
+[[nodiscard]] std::optional<std::string_view> textBetween(std::string_view name,
+                                                          std::string_view before,
+                                                          std::string_view behind);
 
 }  // namespace commandfilter::tools

@@ -30,6 +30,7 @@ std::vector<ExpressionComplaint> ReferenceCheck::check(std::size_t site,
   if (isBroken) {
     // What it would read is not known.
     parameters_[definition].noteAnyNumber();
+    noteService();
     graph_.usesAnyValue[definition] = true;
     if (input_ != nullptr) input_->noteAnyRead();
   }
@@ -93,8 +94,9 @@ void ReferenceCheck::checkName(const Reference& reference) {
     case EvaluationSymbol::Nil:
     case EvaluationSymbol::True:
     case EvaluationSymbol::False:
-    case EvaluationSymbol::Service:
       return;
+    case EvaluationSymbol::Service:
+      return noteService();
     case EvaluationSymbol::Argument:
     case EvaluationSymbol::ArgumentCount:
     case EvaluationSymbol::ArgumentList:
@@ -119,7 +121,9 @@ void ReferenceCheck::checkName(const Reference& reference) {
                         name.symbol() == EvaluationSymbol::Identifier ||
                         name.symbol() == EvaluationSymbol::Index;
   const bool isInList = user().context->conformsToProtocol(ADMArrayIteration::kProtocol);
-  if (!isWithoutService() || (isOfList && isInList)) return;
+  if (isOfList && isInList) return;
+  noteService();
+  if (!isWithoutService()) return;
   const std::string_view user = isInConstant() ? "a constant" : "a value without a ServiceName";
   complain(reference, kind::kOutOfReach, Severity::Warning,
            "@" + shownName(reference.name) + " is always nil in " + std::string(user),
@@ -148,6 +152,7 @@ void ReferenceCheck::checkArgumentName(const Reference& reference, const Evaluat
 }
 
 void ReferenceCheck::checkPath(const Reference& reference) {
+  noteService();
   if (!isWithoutService()) return;
   complain(reference, kind::kOutOfReach, Severity::Warning,
            isInConstant() ? "a path is always nil in a constant"
@@ -162,7 +167,7 @@ bool ReferenceCheck::isWithoutService() const {
   // A plug-in's context may answer whatever it likes, and a macro is evaluated where it is called.
   const bool isUsual = definition.context == &ADMSingleValueEvaluationContext::kClass ||
                        definition.context == &ADMArrayEvaluationContext::kClass;
-  return definition.kind == DefinitionKind::Value && isUsual && !definition.hasService;
+  return definition.kind == DefinitionKind::Value && isUsual && definition.service == nullptr;
 }
 
 bool ReferenceCheck::hasProcedure(const Class& context, const String& name) const {
@@ -182,6 +187,8 @@ void ReferenceCheck::checkCall(const Reference& call) {
 }
 
 void ReferenceCheck::complainOfUnknownProcedure(const Reference& call) {
+  // Whatever is meant may ask it.
+  noteService();
   const std::string shown = shownName(call.name);
   if (shown.empty()) {
     return complain(call, kind::kUnknownProcedure, Severity::Error, "a procedure has no name",
@@ -210,6 +217,10 @@ void ReferenceCheck::checkProcedure(const Reference& call, const Class& context)
   const bool isBuiltIn = context.instanceMethod(*name.selector()) ==
                          ADMEvaluationContextBase::kClass.instanceMethod(*name.selector());
   const ProcedureSignature* signature = isBuiltIn ? procedureSignature(name.text()) : nullptr;
+  const std::string_view text = name.text();
+  if (!isBuiltIn || text == "Service" || text == "ServiceValue" || text == "External") {
+    noteService();
+  }
   // A plug-in's procedure knows itself what it wants.
   if (signature == nullptr || !call.argumentCount) return;
   const std::string form =
@@ -296,7 +307,8 @@ void ReferenceCheck::checkMethodCall(const Reference& call) {
 
 void ReferenceCheck::use(std::size_t target, const Reference& reference) {
   graph_.uses[definitions_.sites[site_].definition].push_back(
-      {target, site_, reference.range, reference.isCertain});
+      {target, site_, reference.range,
+       reference.isCertain && definitions_.sites[site_].isAlwaysEvaluated});
 }
 
 void ReferenceCheck::complainOutOfReach(const Reference& reference, std::string_view what) {

@@ -35,7 +35,8 @@ class ReferenceCheck {
         input_(input),
         contexts_(definitions.contexts()),
         graph_(definitions.all().size()),
-        parameters_(definitions.all().size()) {}
+        parameters_(definitions.all().size()),
+        asksService_(definitions.all().size()) {}
 
   /// Looks at the references of one expression. Those of a broken one are incomplete.
   [[nodiscard]] std::vector<ExpressionComplaint> check(std::size_t site,
@@ -47,6 +48,9 @@ class ReferenceCheck {
   [[nodiscard]] const std::vector<MacroParameters>& parameters() const noexcept {
     return parameters_;
   }
+  /// By definition: true for one that asks the service of the value itself, not only through
+  /// macros.
+  [[nodiscard]] const std::vector<bool>& asksService() const noexcept { return asksService_; }
   [[nodiscard]] const std::vector<MacroCall>& macroCalls() const noexcept { return macroCalls_; }
 
  private:
@@ -71,6 +75,7 @@ class ReferenceCheck {
   [[nodiscard]] bool isInConstant() const { return user().kind == DefinitionKind::Constant; }
   // True for an expression that nothing answers names and paths to.
   [[nodiscard]] bool isWithoutService() const;
+  void noteService() { asksService_[definitions_.sites[site_].definition] = true; }
   void use(std::size_t target, const Reference& reference);
   void complain(const Reference& reference, std::string_view kind, Severity severity,
                 std::string message, std::string remedy);
@@ -82,6 +87,7 @@ class ReferenceCheck {
   std::vector<const Class*> contexts_;
   ReferenceGraph graph_;
   std::vector<MacroParameters> parameters_;
+  std::vector<bool> asksService_;
   std::vector<MacroCall> macroCalls_;
   std::vector<ExpressionComplaint> complaints_;
   std::size_t site_ = 0;

@@ -112,6 +112,7 @@ void checkTemplate(const Dictionary& configuration, const std::vector<std::strin
   }
   const ReferenceCheck& references = expressions.references();
   checkMacroCalls(definitions, references, findings);
+  checkServices(definitions, references, findings);
   checkShadows(definitions, findings);
   checkCircles(definitions, references.graph(), findings);
   checkUsage(definitions, references.graph(), keys, findings);

@@ -13,6 +13,7 @@
 #include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
+#include "runtime/ClassRegistry.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
 
@@ -35,6 +36,17 @@ std::string_view kindOf(const Value& value) {
   if (castTo<Dictionary>(value) != nullptr) return "a dictionary";
   if (castTo<Data>(value) != nullptr) return "data";
   return castTo<Date>(value) != nullptr ? "a date" : "nothing";
+}
+
+std::vector<std::string_view> serviceNames() {
+  std::vector<std::string_view> names;
+  for (const Class* info : ClassRegistry::shared().classes()) {
+    if (const auto name = textBetween(info->name, "ADM", "ServiceFactory")) names.push_back(*name);
+  }
+  return names;
+}
+bool isService(std::string_view name) {
+  return classNamed("ADM" + std::string(name) + "ServiceFactory") != nullptr;
 }
 
 class Reader {
@@ -124,9 +136,11 @@ class Reader {
     const bool hasRange = !textAt(*description, "Range").empty();
     const ValueContext context =
         contextOfValue(textAt(*description, "EvaluationContext"), hasRange);
-    const std::size_t definition =
+    const bool hasService = castTo<String>(description->objectForKey("ServiceName")) != nullptr;
+    const Description part{
         definitions_.add({DefinitionKind::Value, path.key, &path, context.info,
-                          castTo<String>(description->objectForKey("ServiceName")) != nullptr});
+                          hasService ? &paths_.add(&path, "ServiceName") : nullptr}),
+        hasRange, !textAt(*description, "Filter").empty(), context};
     if (path.key.empty()) {
       complain(path, kind::kUnused, Severity::Error, "a value without a name cannot be asked for",
                "give it a name");
@@ -138,21 +152,28 @@ class Reader {
     }
     for (const DictionaryEntry& entry : *description) {
       const std::string_view key = textOf(castTo<String>(entry.key));
-      readKey(definition, paths_.add(&path, key), entry.value, hasRange, context);
+      readKey(part, paths_.add(&path, key), entry.value);
     }
   }
 
-  void readKey(std::size_t definition, const KeyPath& path, const Value& value, bool hasRange,
-               const ValueContext& context) {
+  // What is known of a value while its keys are read.
+  struct Description {
+    std::size_t definition;
+    bool hasRange;
+    bool hasFilter;
+    const ValueContext& context;
+  };
+
+  void readKey(const Description& part, const KeyPath& path, const Value& value) {
     if (path.key == "Value") {
-      readResult(definition, path, value);
+      readResult(part, path, value);
     } else if (std::ranges::find(kDescriptionKeys, path.key) == kDescriptionKeys.end()) {
       const std::string_view meant = keyNames_.of(path.key);
       complain(path, kind::kIgnoredKey, Severity::Warning,
                "the key " + shownName(path.key) + " is ignored",
                meant.empty() ? "take it out" : "write " + std::string(meant));
     } else if (path.key == "AcceptsEmptyArray") {
-      checkAcceptsEmptyArray(path, value, hasRange);
+      checkAcceptsEmptyArray(path, value, part.hasRange);
     } else if (castTo<String>(value) == nullptr) {
       complain(path, kind::kWrongType, Severity::Error,
                std::string(path.key) + " is " + std::string(kindOf(value)) + " and must be a text",
@@ -161,12 +182,24 @@ class Reader {
       complain(path, kind::kIgnoredKey, Severity::Warning,
                "an empty " + std::string(path.key) + " has no effect", "fill it, or take it out");
     } else if (path.key == "Filter" || path.key == "Range") {
-      const auto role =
-          path.key == "Filter" ? ExpressionSite::Role::Filter : ExpressionSite::Role::Range;
-      definitions_.sites.push_back({definition, role, &path, Ref<String>(*castTo<String>(value))});
-    } else if (path.key == "EvaluationContext" && !context.message.empty()) {
-      complain(path, kind::kIgnoredKey, context.severity, context.message, context.remedy);
+      const bool isFilter = path.key == "Filter";
+      definitions_.sites.push_back(
+          {part.definition, isFilter ? ExpressionSite::Role::Filter : ExpressionSite::Role::Range,
+           &path, Ref<String>(*castTo<String>(value)), !(isFilter && part.hasRange)});
+    } else if (path.key == "ServiceName") {
+      checkServiceName(path, castTo<String>(value)->view());
+    } else if (path.key == "EvaluationContext" && !part.context.message.empty()) {
+      complain(path, kind::kIgnoredKey, part.context.severity, part.context.message,
+               part.context.remedy);
     }
+  }
+
+  // A printer may bring services of its own, so only a name that is like a known one is suspicious.
+  void checkServiceName(const KeyPath& path, std::string_view name) {
+    const std::string_view meant = isService(name) ? std::string_view() : services_.of(name);
+    if (meant.empty()) return;
+    complain(path, kind::kUndefined, Severity::Warning,
+             "there is no usual service " + shownName(name), "write " + std::string(meant));
   }
 
   void checkAcceptsEmptyArray(const KeyPath& path, const Value& value, bool hasRange) {
@@ -183,18 +216,18 @@ class Reader {
 
   // An expression, or a dictionary of results. Property lists are not deep enough to exhaust the
   // stack.
-  void readResult(std::size_t definition, const KeyPath& path, const Value& value) {
+  void readResult(const Description& part, const KeyPath& path, const Value& value) {
     if (auto* text = castTo<String>(value)) {
       if (text->isEmpty()) {
         complain(path, kind::kMissing, Severity::Warning, "an empty expression is always nil",
                  "write what it stands for; @nil for nothing");
       } else {
-        definitions_.sites.push_back(
-            {definition, ExpressionSite::Role::Value, &path, Ref<String>(*text)});
+        definitions_.sites.push_back({part.definition, ExpressionSite::Role::Value, &path,
+                                      Ref<String>(*text), !part.hasRange && !part.hasFilter});
       }
     } else if (const auto* results = castTo<Dictionary>(value)) {
       for (const DictionaryEntry& entry : *results) {
-        readResult(definition, paths_.add(&path, textOf(castTo<String>(entry.key))), entry.value);
+        readResult(part, paths_.add(&path, textOf(castTo<String>(entry.key))), entry.value);
       }
       if (results->count() == 0) {
         complain(path, kind::kMissing, Severity::Warning, "an empty dictionary is always nil",
@@ -220,6 +253,7 @@ class Reader {
   KeyPaths& paths_;
   Findings& findings_;
   Definitions definitions_;
+  NearestName services_{serviceNames()};
   NearestName keyNames_{{kDescriptionKeys.begin(), kDescriptionKeys.end()}};
 };
 

@@ -9,7 +9,9 @@
 #include "check/Circles.h"
 #include "check/KnownNames.h"
 #include "check/NameText.h"
+#include "evaluation/ADMArrayEvaluationContext.h"
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "expression/CodeUnits.h"
 #include "expression/LexicalClasses.h"
 
@@ -145,6 +147,42 @@ void checkMacroCalls(const Definitions& definitions, const ReferenceCheck& refer
          site.path,
          site.expression,
          call.range});
+  }
+}
+
+void checkServices(const Definitions& definitions, const ReferenceCheck& references,
+                   Findings& findings) {
+  std::vector<std::vector<std::size_t>> users(definitions.all().size());
+  for (std::size_t user = 0; user < users.size(); ++user) {
+    for (const Use& use : references.graph().uses[user]) {
+      // A value has a service of its own.
+      const bool isMacro = definitions.all()[use.target].kind == DefinitionKind::Macro;
+      if (isMacro) users[use.target].push_back(user);
+    }
+  }
+  std::vector<bool> asks = references.asksService();
+  std::vector<std::size_t> waiting;
+  for (std::size_t i = 0; i < asks.size(); ++i) {
+    if (asks[i]) waiting.push_back(i);
+  }
+  while (!waiting.empty()) {
+    const std::size_t node = waiting.back();
+    waiting.pop_back();
+    for (const std::size_t user : users[node]) {
+      if (!asks[user]) waiting.push_back(user);
+      asks[user] = true;
+    }
+  }
+  for (std::size_t i = 0; i < asks.size(); ++i) {
+    const Definition& definition = definitions.all()[i];
+    const bool isUsual = definition.context == &ADMSingleValueEvaluationContext::kClass ||
+                         definition.context == &ADMArrayEvaluationContext::kClass;
+    // A plug-in's context may ask it on its own account.
+    if (definition.service == nullptr || asks[i] || !isUsual) continue;
+    findings.addAtKey(
+        definition.service,
+        {kind::kIgnoredKey, Severity::Warning,
+         "the ServiceName has no effect: nothing in the value asks the service", "take it out"});
   }
 }
 

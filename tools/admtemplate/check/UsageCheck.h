@@ -25,6 +25,10 @@ void checkMacroCalls(const Definitions& definitions, const ReferenceCheck& refer
 /// Complains about macros that built-in procedures or those of a value's context hide.
 void checkShadows(const Definitions& definitions, Findings& findings);
 
+/// Complains about a ServiceName whose service nothing asks.
+void checkServices(const Definitions& definitions, const ReferenceCheck& references,
+                   Findings& findings);
+
 /// True for a name that an expression can write behind $ or _.
 [[nodiscard]] bool isCallableName(std::string_view name);
 
