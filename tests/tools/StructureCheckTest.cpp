@@ -14,7 +14,7 @@
 #include "expression/ADMEvaluationUnaryOperationBase.h"
 #include "language/CaseFile.h"
 #include "runtime/Cast.h"
-#include "tools/check/CheckedExpression.h"
+#include "tools/CheckedExpression.h"
 
 namespace commandfilter::testing {
 namespace {

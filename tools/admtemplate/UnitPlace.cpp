@@ -7,6 +7,7 @@
 namespace commandfilter::tools {
 
 std::size_t byteOfUnit(std::string_view text, std::size_t unit) {
+  if (unit <= text.size() && isASCII(text.substr(0, unit))) return unit;
   std::size_t offset = 0;
   for (std::size_t units = 0; offset < text.size();) {
     std::size_t next = offset;

@@ -1,6 +1,7 @@
 #include "check/CheckedFile.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 #include "UnitPlace.h"
@@ -26,7 +27,7 @@ std::string expressionExcerpt(const Finding& finding, std::string_view indent) {
       {byteOfUnit(text, finding.range.begin), byteOfUnit(text, finding.range.end)}, indent);
 }
 
-void appendFinding(std::string& text, const CheckedFile& file, const FileLines& lines,
+void appendFinding(std::string& text, const CheckedFile& file, FileLines& lines,
                    const PlacedFinding& placed) {
   constexpr std::string_view kIndent = "    ";
   const Finding& finding = *placed.finding;
@@ -48,7 +49,7 @@ void appendFinding(std::string& text, const CheckedFile& file, const FileLines& 
   text.append("  remedy: ").append(finding.complaint.remedy).append("\n");
 }
 
-JSON toJSON(const CheckedFile& file, const FileLines& lines, const PlacedFinding& placed) {
+JSON toJSON(const CheckedFile& file, FileLines& lines, const PlacedFinding& placed) {
   const Finding& finding = *placed.finding;
   JSON object{{"file", file.file.path}};
   if (placed.bytes) {
@@ -85,6 +86,7 @@ std::vector<PlacedFinding> placedFindings(const CheckedFile& file) {
     placed.push_back({&finding, bytes});
   }
   std::ranges::stable_sort(placed, {}, [](const PlacedFinding& finding) {
+    if (finding.finding->complaint.kind == kind::kMore && !finding.bytes) return SIZE_MAX;
     return finding.bytes ? finding.bytes->begin + 1 : 0;
   });
   return placed;
@@ -93,7 +95,7 @@ std::vector<PlacedFinding> placedFindings(const CheckedFile& file) {
 std::string plainFindings(const std::vector<const CheckedFile*>& files) {
   std::string text;
   for (const CheckedFile* file : files) {
-    const FileLines lines(file->file.bytes);
+    FileLines lines(file->file.bytes);
     for (const PlacedFinding& finding : placedFindings(*file)) {
       appendFinding(text, *file, lines, finding);
     }
@@ -105,7 +107,7 @@ std::string jsonFindings(const std::vector<const CheckedFile*>& files) {
   JSON findings = JSON::array();
   std::size_t errors = 0;
   for (const CheckedFile* file : files) {
-    const FileLines lines(file->file.bytes);
+    FileLines lines(file->file.bytes);
     for (const PlacedFinding& finding : placedFindings(*file)) {
       findings.push_back(toJSON(*file, lines, finding));
       if (finding.finding->complaint.severity == Severity::Error) ++errors;

@@ -102,10 +102,15 @@ class Search {
 
  private:
   void collect(const Groups& groups, bool certain) {
+    collect(groups, certain, DefinitionKind::Value);
+    // A macro that calls itself under a condition can come to an end.
+    if (certain) collect(groups, certain, DefinitionKind::Macro);
+  }
+
+  void collect(const Groups& groups, bool certain, DefinitionKind kind) {
     constexpr std::size_t kMostSteps = 20'000'000;
     for (std::size_t node = 0; node < graph_.uses.size(); ++node) {
-      const bool isValue = definitions_.all()[node].kind == DefinitionKind::Value;
-      if (covered_[node] || (!certain && !isValue)) continue;
+      if (covered_[node] || definitions_.all()[node].kind != kind) continue;
       if (steps_ > kMostSteps) return;
       if (std::optional<Circle> circle = shortest(groups, node)) {
         circle->isCertain = certain;

@@ -30,14 +30,22 @@ std::size_t FileLines::lineOf(std::size_t byte) const {
   return static_cast<std::size_t>(behind - begins_.begin()) - 1;
 }
 
-LineAndColumn FileLines::placeOf(std::size_t byte) const {
+LineAndColumn FileLines::placeOf(std::size_t byte) {
   const std::size_t line = lineOf(byte);
-  return {line + 1, charactersOf(text_.substr(begins_[line], byte - begins_[line])) + 1};
+  if (line + 1 != last_.line || byte < lastByte_) {
+    lastByte_ = begins_[line];
+    last_ = {line + 1, 1};
+  }
+  last_.column += charactersOf(text_.substr(lastByte_, byte - lastByte_));
+  lastByte_ = byte;
+  return last_;
 }
 
 std::string FileLines::excerpt(const ByteRange& range, std::string_view indent) const {
-  const std::size_t begin = begins_[lineOf(range.begin)];
-  const std::size_t end = std::min(text_.find_first_of("\r\n", range.begin), text_.size());
+  const std::size_t place = lineOf(range.begin);
+  const std::size_t begin = begins_[place];
+  std::size_t end = place + 1 < begins_.size() ? begins_[place + 1] : text_.size();
+  while (end > range.begin && (text_[end - 1] == '\n' || text_[end - 1] == '\r')) --end;
   const std::string_view line = text_.substr(begin, end - begin);
   return lineExcerpt(line, {range.begin - begin, range.end - begin}, indent);
 }

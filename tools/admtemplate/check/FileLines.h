@@ -21,7 +21,8 @@ class FileLines {
  public:
   explicit FileLines(std::string_view text);
 
-  [[nodiscard]] LineAndColumn placeOf(std::size_t byte) const;
+  /// Asked for places in their order, it takes as long as reading the text once.
+  [[nodiscard]] LineAndColumn placeOf(std::size_t byte);
   /// The line that the range begins in, without blanks at its beginning and only so much of a long
   /// line as fits a screen, and a line with carets below the range; both behind `indent`.
   [[nodiscard]] std::string excerpt(const ByteRange& range, std::string_view indent) const;
@@ -31,6 +32,9 @@ class FileLines {
 
   std::string_view text_;
   std::vector<std::size_t> begins_;
+  // The place that was asked for last.
+  std::size_t lastByte_ = 0;
+  LineAndColumn last_;
 };
 
 /// The same for a line of UTF-8 text that stands alone.

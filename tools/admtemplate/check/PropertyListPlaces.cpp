@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::size_t kMostDuplicates = 1000;
 
-// The text with each end of a line as one line feed, as XML has it.
+// The offset in the text as XML has it, with each end of a line as one line feed.
 std::size_t offsetInXML(std::string_view text, std::size_t offset) {
   std::size_t left = 0;
-  for (std::size_t i = 0; i < offset; ++i) {
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++left;
+  for (std::size_t at = text.find('\r'); at < offset; at = text.find('\r', at + 1)) {
+    if (at + 1 < text.size() && text[at + 1] == '\n') ++left;
   }
   return offset - left;
 }

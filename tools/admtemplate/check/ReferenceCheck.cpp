@@ -235,7 +235,8 @@ void ReferenceCheck::checkProcedure(const Reference& call, const Class& context)
   if (*call.argumentCount > signature->count.most) {
     complain(call, kind::kArgumentCount, Severity::Warning,
              "_" + std::string(signature->name) + " takes " + argumentCountText(signature->count) +
-                 " and ignores the rest of the " + std::to_string(*call.argumentCount),
+                 " and ignores " + std::to_string(*call.argumentCount - signature->count.most) +
+                 " more",
              form);
   }
   checkProcedureNames(call);

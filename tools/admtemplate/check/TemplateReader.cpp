@@ -136,7 +136,7 @@ class Reader {
     const bool hasRange = !textAt(*description, "Range").empty();
     const ValueContext context =
         contextOfValue(textAt(*description, "EvaluationContext"), hasRange);
-    const bool hasService = castTo<String>(description->objectForKey("ServiceName")) != nullptr;
+    const bool hasService = !textAt(*description, "ServiceName").empty();
     const Description part{
         definitions_.add({DefinitionKind::Value, path.key, &path, context.info,
                           hasService ? &paths_.add(&path, "ServiceName") : nullptr}),
@@ -199,7 +199,7 @@ class Reader {
     const std::string_view meant = isService(name) ? std::string_view() : services_.of(name);
     if (meant.empty()) return;
     complain(path, kind::kUndefined, Severity::Warning,
-             "there is no usual service " + shownName(name), "write " + std::string(meant));
+             shownName(name) + " is no service that is known", "write " + std::string(meant));
   }
 
   void checkAcceptsEmptyArray(const KeyPath& path, const Value& value, bool hasRange) {

@@ -45,7 +45,7 @@ ValueContext contextOfValue(std::string_view className, bool hasRange) {
     context.severity = Severity::Error;
     context.message = shown +
                       (isContext ? " cannot be the context of a value "
-                                 : " is no class of contexts, so there is no value ") +
+                                 : " is no class of contexts, so there is no value") +
                       (isContext ? (hasRange ? "with a Range" : "without a Range") : "");
     context.remedy = "name a class of contexts that has the initialiser " + std::string(made) +
                      ", or take EvaluationContext out";
