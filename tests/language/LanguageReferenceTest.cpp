@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/ProcedureSignatures.h"
 #include "expression/ItemType.h"
 #include "expression/LexicalClasses.h"
 #include "expression/Operators.h"
@@ -128,6 +129,33 @@ TEST(LanguageReference, ListsTheProceduresOfEveryGroupInATable) {
     expected.emplace_back(names.begin(), names.end());
   }
   EXPECT_THAT(listed, UnorderedElementsAreArray(expected));
+}
+
+// As the reference writes it.
+std::string countText(const ProcedureSignature& signature) {
+  if (signature.name == "CallMethod") return "2 and one for each colon";
+  if (signature.name == "EndLine") return "any number, which are not evaluated";
+  const ArgumentCount& count = signature.count;
+  if (count.inPairs) return "an even number";
+  const std::string least = std::to_string(count.least);
+  if (count.most == ArgumentCount::kAnyNumber) {
+    return count.least == 0 ? "any number" : least + " or more";
+  }
+  return count.least == count.most ? least : least + " or " + std::to_string(count.most);
+}
+
+TEST(LanguageReference, SaysHowManyArgumentsEveryProcedureTakes) {
+  std::size_t procedures = 0;
+  for (const MarkdownTable& table : tablesWith("procedure")) {
+    for (const MarkdownRow& row : table.rows) {
+      const std::string form = codeIn(row.cells.front()).front();
+      const ProcedureSignature* signature = procedureSignature(form.substr(1, form.find('(') - 1));
+      ASSERT_NE(signature, nullptr) << form;
+      EXPECT_EQ(row.cells[1], countText(*signature)) << form;
+      ++procedures;
+    }
+  }
+  EXPECT_EQ(procedures, kProcedureSignatures.size());
 }
 
 TEST(LanguageReference, NamesEveryOperatorInTheGrammarAndNoOtherWord) {

@@ -72,12 +72,14 @@ TEST_P(CheckCase, FindsWhatStandsBesideTheTemplate) {
   EXPECT_EQ(messages.str(), "");
 }
 
+std::string nameOf(const ::testing::TestParamInfo<std::string>& info) {
+  std::string name = std::filesystem::path(info.param).stem().string();
+  std::ranges::replace(name, '-', '_');
+  return name;
+}
+
 INSTANTIATE_TEST_SUITE_P(Templates, CheckCase, ::testing::ValuesIn(templatesIn(CHECK_CASES)),
-                         [](const ::testing::TestParamInfo<std::string>& info) {
-                           std::string name = std::filesystem::path(info.param).stem().string();
-                           std::ranges::replace(name, '-', '_');
-                           return name;
-                         });
+                         nameOf);
 
 class OwnTemplates : public ::testing::Test {
  protected:
