@@ -114,6 +114,11 @@ TEST_F(AdmtemplateCheck, ComparesInputParametersWithThoseThatAreRead) {
   EXPECT_THAT(result.output, HasSubstr(input_ + ":2:6: warning: the input parameter Strat is"));
 }
 
+TEST_F(AdmtemplateCheck, LetsParametersBeMissingWhereTheExpressionDoesWithout) {
+  writeFile(right_, templateOf("(_InputValue(\"Copies\") or 1) + _InputValue(\"Start\")"));
+  EXPECT_EQ(check({right_, "--input", input_}).output, "");
+}
+
 TEST_F(AdmtemplateCheck, KnowsNothingOfParametersWhoseNamesAreComputed) {
   writeFile(right_, templateOf("_InputValue(\"St\" + \"art\")"));
   writeFile(input_, "<plist><dict><key>Other</key><integer>4</integer></dict></plist>");
@@ -214,15 +219,17 @@ TEST_F(AdmtemplateCheck, ChecksTheOtherTemplatesWhenOneCannotBeUsed) {
 }
 
 TEST_F(AdmtemplateCheck, TakesExpressionsOfAnyDepth) {
-  constexpr int kDepth = 1'000'000;
+  int depth = 1'000'000;
   for (const auto& [opening, closing] : std::vector<std::pair<std::string, std::string>>{
            {"(", ")"}, {"!(", ")"}, {"_Array(", ")"}, {"1 or (", ")"}, {"1+", ""}}) {
     std::string expression;
-    for (int i = 0; i < kDepth; ++i) expression.append(opening);
+    for (int i = 0; i < depth; ++i) expression.append(opening);
     expression.append("1");
-    for (int i = 0; i < kDepth; ++i) expression.append(closing);
+    for (int i = 0; i < depth; ++i) expression.append(closing);
     writeFile(right_, templateOf(expression));
     EXPECT_EQ(check({right_}).exitStatus, 0) << opening;
+    // Still deeper than any stack.
+    depth = 200'000;
   }
 }
 

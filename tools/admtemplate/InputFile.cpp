@@ -15,7 +15,7 @@ namespace {
 // Why a file is no property list, and where.
 std::string faultOf(const std::string& reason, std::string_view bytes) {
   const std::string fault = xmlFault(bytes);
-  return fault.empty() ? reason : reason + " (" + fault + ")";
+  return fault.empty() ? reason : reason + " (" + fault + "); repair the XML there";
 }
 
 }  // namespace

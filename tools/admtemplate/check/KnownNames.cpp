@@ -106,7 +106,7 @@ std::string KnownNames::remedyForConstant(std::string_view name) {
   if (name.empty()) return "put the constant's name behind the $";
   const std::string_view nearest = constants_.of(name);
   if (!nearest.empty()) return "write $" + shownName(nearest);
-  const std::string other = definedAs(name);
+  std::string other = definedAs(name);
   return other.empty() ? "define it in TemplateConstants" : other;
 }
 
@@ -118,7 +118,7 @@ std::string KnownNames::remedyForValue(std::string_view name) {
   }
   const std::string_view nearest = values_.of(name);
   if (!nearest.empty()) return "write [" + shownName(nearest) + "]";
-  const std::string other = definedAs(name);
+  std::string other = definedAs(name);
   return other.empty() ? "define it in TemplateValues" : other;
 }
 
@@ -135,7 +135,7 @@ std::string KnownNames::remedyForProcedure(std::string_view name) {
   if (std::ranges::find(externals, name) != externals.end()) {
     return "write _External(\"" + shownName(name) + "\", ...)";
   }
-  const std::string other = definedAs(name);
+  std::string other = definedAs(name);
   return other.empty() ? "define a macro of that name in TemplateMacroses" : other;
 }
 
@@ -151,7 +151,7 @@ std::string KnownNames::remedyForWord(std::string_view word, bool isCalled) {
     const std::string_view nearest = procedures_.of(word);
     if (!nearest.empty()) return "write _" + shownName(nearest);
   }
-  if (const std::string defined = definedAs(word); !defined.empty()) return defined;
+  if (std::string defined = definedAs(word); !defined.empty()) return defined;
   for (const Foreign& row : kForeign) {
     if (editDistance(word, row.word, 0) == 0) return std::string(row.remedy);
   }

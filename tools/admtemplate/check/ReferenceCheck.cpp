@@ -179,6 +179,10 @@ bool ReferenceCheck::hasProcedure(const Class& context, const String& name) cons
 void ReferenceCheck::checkCall(const Reference& call) {
   const Class& context = call.context != nullptr ? *call.context : *user().context;
   if (call.name && hasProcedure(context, *call.name)) return checkProcedure(call, context);
+  if (!context.isKindOf(ADMEvaluationContextBase::kClass)) {
+    // A context that is made otherwise may know procedures by any name.
+    return noteService();
+  }
   const auto macro = definitions_.find(DefinitionKind::Macro, textOf(call.name.get()));
   if (!macro) return complainOfUnknownProcedure(call);
   if (isInConstant()) return complainOutOfReach(call, "a macro");
@@ -269,6 +273,8 @@ void ReferenceCheck::checkInput(const Reference& call) {
   if (input_ == nullptr) return;
   if (!call.firstText) return input_->noteAnyRead();
   if (input_->has(name)) return input_->noteRead(name);
+  // One that the expression does without need not be given.
+  if (call.mayBeNil) return;
   const std::string_view nearest = input_->nearest(name);
   complain(
       call, kind::kUndefined, Severity::Error,

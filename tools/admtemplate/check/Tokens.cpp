@@ -18,20 +18,29 @@ namespace commandfilter::tools {
 
 namespace {
 
+// The lexer makes items of one class for each type, and of two for calls.
 Token tokenOf(ADMEvaluationItemBase& item) {
   Token token{item.type(), false, item.sourceRange(), nullptr};
-  Object* object = &item;
-  if (const auto* constant = castTo<ADMEvaluationGlobalConstant>(object)) {
-    token.name = constant->name();
-  } else if (const auto* value = castTo<ADMEvaluationGlobalValue>(object)) {
-    token.name = value->name();
-  } else if (const auto* name = castTo<ADMEvaluationSelector>(object)) {
-    token.name = name->selectorName();
-  } else if (const auto* call = castTo<ADMEvaluationProcedure>(object)) {
-    token.name = call->procedureName();
-  } else if (const auto* memberCall = castTo<ADMEvaluationOperatorProcedure>(object)) {
-    token.name = memberCall->procedureName();
-    token.isMember = true;
+  switch (item.type()) {
+    case ItemType::GlobalConstant:
+      token.name = static_cast<ADMEvaluationGlobalConstant&>(item).name();
+      break;
+    case ItemType::GlobalValue:
+      token.name = static_cast<ADMEvaluationGlobalValue&>(item).name();
+      break;
+    case ItemType::Selector:
+      token.name = static_cast<ADMEvaluationSelector&>(item).selectorName();
+      break;
+    case ItemType::ProcedureCall:
+      if (const auto* call = castTo<ADMEvaluationProcedure>(static_cast<Object*>(&item))) {
+        token.name = call->procedureName();
+      } else {
+        token.name = static_cast<ADMEvaluationOperatorProcedure&>(item).procedureName();
+        token.isMember = true;
+      }
+      break;
+    default:
+      break;
   }
   return token;
 }
