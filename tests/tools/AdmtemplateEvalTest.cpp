@@ -200,5 +200,42 @@ TEST_F(AdmtemplateEval, TellsOfKeysThatTheTemplateDoesNotHave) {
   EXPECT_THAT(result.errors, HasSubstr("no value named Modle"));
 }
 
+TEST_F(AdmtemplateEval, TellsOfATemplateWithoutValues) {
+  writeFile(template_, "<plist><dict><key>TemplateValue</key><dict/></dict></plist>");
+  const ChildResult result = eval({template_});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, HasSubstr("template " + template_ + " has no values"));
+  EXPECT_THAT(result.errors, HasSubstr("TemplateValues"));
+}
+
+TEST_F(AdmtemplateEval, TellsOfDescriptionsThatAreNoDictionaries) {
+  writeFile(template_, R"(<plist><dict><key>TemplateValues</key><dict>
+    <key>Text</key><string>1</string></dict></dict></plist>)");
+  const ChildResult result = eval({template_});
+  EXPECT_EQ(result.output, "Text = nil\n");
+  EXPECT_THAT(result.errors, HasSubstr("Text is no dictionary"));
+}
+
+TEST_F(AdmtemplateEval, TellsOnceThatThereIsNobodyToAsk) {
+  const ChildResult result = eval({template_, "Model", "Model"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors,
+            "admtemplate: there is no device to ask for DMFDeviceStatus; name one with --device\n");
+  EXPECT_EQ(eval({template_, "List"}).errors, "");
+}
+
+TEST_F(AdmtemplateEval, TellsOfServicesThatTheDeviceDoesNotHave) {
+  const std::string note = "admtemplate: device " + device_ + " has no service DMFSuppliesStatus\n";
+  EXPECT_EQ(eval({"--expression", "@suppliesIdentifiers", "--service", "DMFSuppliesStatus",
+                  "--device", device_})
+                .errors,
+            note);
+  writeFile(template_, R"(<plist><dict><key>TemplateValues</key><dict><key>A</key><dict>
+    <key>ServiceName</key><string>DMFSuppliesStatus</string><key>Value</key><string>1</string>
+    </dict></dict></dict></plist>)");
+  EXPECT_EQ(eval({template_, "--device", device_}).errors, note);
+}
+
 }  // namespace
 }  // namespace commandfilter::testing
