@@ -90,6 +90,15 @@ TEST_F(AdmtemplateEval, ShowsTheKeysThatAreNamedInTheirOrder) {
   EXPECT_THAT(result.output, ::testing::StartsWith("Wrong = nil\nModel = Printer M1\n"));
 }
 
+TEST_F(AdmtemplateEval, SaysThatAnExpressionIsEmpty) {
+  writeFile(template_, R"(<plist><dict>
+    <key>TemplateMacroses</key><dict><key>Empty</key><string/></dict>
+    <key>TemplateValues</key><dict><key>A</key><dict><key>Value</key><string>_Empty()</string></dict>
+    </dict></dict></plist>)");
+  EXPECT_EQ(eval({template_}).output,
+            "A = nil\nA: Error 1: Incorrect Expression\n    (the expression is empty)\n");
+}
+
 TEST_F(AdmtemplateEval, PrintsOneJSONObject) {
   const ChildResult result =
       eval({template_, "--device", device_, "--input", input_, "--format", "json"});

@@ -53,6 +53,10 @@ void appendError(std::string& text, const TemplateError& error, std::string_view
   text.append(descriptionOf(error)).append("\n");
   if (!error.error || !error.error->expression()) return;
   const std::string_view expression = error.error->expression()->view();
+  if (expression.empty()) {
+    text.append("    (the expression is empty)\n");
+    return;
+  }
   const SourceRange nowhere{expression.size(), expression.size()};
   text.append(sourceExcerpt(expression, error.error->sourceRange().value_or(nowhere), "    "));
 }
