@@ -9,6 +9,7 @@ import unittest
 from pathlib import Path
 
 RUNNER = Path(__file__).with_name("run-examples")
+LINKS = Path(__file__).with_name("check-links")
 LIST = """<plist version="1.0"><dict><key>A</key><dict><key>B</key><string>1</string></dict></dict></plist>
 """
 
@@ -85,6 +86,23 @@ class RunExamples(unittest.TestCase):
         run = block("run: a", "true")
         self.accept(run + block("excerpt: code", "if (a)\n  b();"))
         self.refuse(run + block("excerpt: code", "if (a)\n  c();"), "code has no such lines")
+
+
+class CheckLinks(unittest.TestCase):
+    def check(self, text):
+        with tempfile.TemporaryDirectory() as folder:
+            (Path(folder) / "other.md").write_text("# A plug-in's `name`\n\n```\n# code\n```\n")
+            (Path(folder) / "document.md").write_text(text)
+            return subprocess.run([sys.executable, LINKS, folder], check=False,
+                                  capture_output=True, text=True)
+
+    def test_follows_links_to_files_and_headings(self):
+        good = "[a](other.md) [b](other.md#a-plug-ins-name) [c](#here) [d](https://x/y#z)\n\n## Here\n"
+        self.assertEqual(self.check(good).returncode, 0)
+        for link in ("another.md", "other.md#code", "#there"):
+            result = self.check(f"[a]({link})\n")
+            self.assertEqual(result.returncode, 1)
+            self.assertIn("document.md:1: ", result.stderr)
 
 
 if __name__ == "__main__":
