@@ -226,6 +226,16 @@ TEST_F(AdmtemplateEval, TellsOfDescriptionsThatAreNoDictionaries) {
   EXPECT_THAT(result.errors, HasSubstr("Text is no dictionary"));
 }
 
+TEST_F(AdmtemplateEval, TellsOfContextsThatNoPlugInHasBrought) {
+  writeFile(template_, R"(<plist><dict><key>TemplateValues</key><dict><key>A</key><dict>
+    <key>EvaluationContext</key><string>OtherContext</string><key>Value</key><string>1</string>
+    </dict></dict></dict></plist>)");
+  const ChildResult result = eval({template_});
+  EXPECT_EQ(result.output, "A = 1\n");
+  EXPECT_EQ(result.errors,
+            "admtemplate: A: there is no class OtherContext; load its plug-in with --plugin\n");
+}
+
 TEST_F(AdmtemplateEval, TellsOnceThatThereIsNobodyToAsk) {
   const ChildResult result = eval({template_, "Model", "Model"});
   EXPECT_EQ(result.exitStatus, 0);

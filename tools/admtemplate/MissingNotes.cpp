@@ -3,9 +3,11 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "runtime/Cast.h"
+#include "runtime/ClassRegistry.h"
 #include "runtime/Exception.h"
 
 namespace commandfilter::tools {
@@ -36,13 +38,22 @@ void noteMissingValues(const Question& question, const EvalArguments& arguments,
   }
 }
 
-// The service that the answer was asked of; nullptr when it names none.
-const String* serviceOf(const Answer& answer, const Dictionary* values) {
+// What the description of the answer's value has under the key; nullptr when that is no text.
+const String* textOf(const Answer& answer, const Dictionary* values, std::string_view key) {
   if (!answer.key || values == nullptr) return nullptr;
   const Value found = values->objectForKey(Value(answer.key));
   const auto* description = castTo<Dictionary>(found);
-  return description != nullptr ? castTo<String>(description->objectForKey("ServiceName"))
-                                : nullptr;
+  return description != nullptr ? castTo<String>(description->objectForKey(key)) : nullptr;
+}
+
+// A value whose class is unknown is evaluated as usual.
+void noteMissingContexts(const Question& question, const Outcome& outcome, std::ostream& messages) {
+  for (const Answer& answer : outcome.answers) {
+    const String* name = textOf(answer, valuesOf(question), "EvaluationContext");
+    if (name == nullptr || name->isEmpty() || classNamed(name->view()) != nullptr) continue;
+    messages << "admtemplate: " << answer.key->view() << ": there is no class " << name->view()
+             << "; load its plug-in with --plugin\n";
+  }
 }
 
 bool isMissing(const Question& question, const String& service) {
@@ -60,7 +71,7 @@ void noteMissingServices(const Question& question, const EvalArguments& argument
   std::vector<Ref<String>> services;
   if (arguments.service) services.push_back(String::create(*arguments.service));
   for (const Answer& answer : outcome.answers) {
-    if (const String* service = serviceOf(answer, valuesOf(question))) {
+    if (const String* service = textOf(answer, valuesOf(question), "ServiceName")) {
       services.push_back(String::create(service->text()));
     }
   }
@@ -82,6 +93,7 @@ void noteMissingServices(const Question& question, const EvalArguments& argument
 void noteWhatIsMissing(const Question& question, const Outcome& outcome,
                        const EvalArguments& arguments, std::ostream& messages) {
   noteMissingValues(question, arguments, outcome, messages);
+  noteMissingContexts(question, outcome, messages);
   noteMissingServices(question, arguments, outcome, messages);
 }
 
