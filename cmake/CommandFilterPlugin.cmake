@@ -21,6 +21,21 @@ function(command_filter_escape_xml text result)
   set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
+# The filter loads nothing that anyone but its owner could write to, so a umask that lets a group
+# write must not decide what the files and folders get.
+set(COMMANDFILTER_FOLDER_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
+  GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(COMMANDFILTER_FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+if(NOT DEFINED CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS)
+  set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${COMMANDFILTER_FOLDER_PERMISSIONS})
+endif()
+
+# Only the owner writes to a target's file once it is linked.
+function(command_filter_protect target)
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND chmod go-w $<TARGET_FILE:${target}> VERBATIM)
+endfunction()
+
 function(command_filter_add_plugin)
   cmake_parse_arguments(PARSE_ARGV 0 ARG "" "NAME;PRINCIPAL_CLASS;DESTINATION"
     "COMMANDS;SOURCES;RESOURCES;LIBRARIES")
@@ -45,6 +60,10 @@ function(command_filter_add_plugin)
     PREFIX "" SUFFIX "" OUTPUT_NAME ${ARG_NAME}
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     LIBRARY_OUTPUT_DIRECTORY ${contents}/Linux)
+  file(MAKE_DIRECTORY ${contents}/Linux ${contents}/Resources)
+  file(CHMOD ${folder} ${folder}/${ARG_NAME}.bundle ${contents} ${contents}/Linux
+    ${contents}/Resources PERMISSIONS ${COMMANDFILTER_FOLDER_PERMISSIONS})
+  command_filter_protect(${ARG_NAME})
 
   command_filter_escape_xml("${ARG_NAME}" PLUGIN_NAME)
   command_filter_escape_xml("${ARG_PRINCIPAL_CLASS}" PLUGIN_PRINCIPAL_CLASS)
@@ -53,11 +72,13 @@ function(command_filter_add_plugin)
     command_filter_escape_xml("${command}" command)
     string(APPEND PLUGIN_COMMANDS "\t\t<string>${command}</string>\n")
   endforeach()
-  configure_file(${COMMANDFILTER_PLUGIN_TEMPLATE} ${contents}/Info.plist @ONLY)
+  configure_file(${COMMANDFILTER_PLUGIN_TEMPLATE} ${contents}/Info.plist @ONLY
+    FILE_PERMISSIONS ${COMMANDFILTER_FILE_PERMISSIONS})
   foreach(resource IN LISTS ARG_RESOURCES)
     get_filename_component(name ${resource} NAME)
     get_filename_component(resource ${resource} ABSOLUTE)
-    configure_file(${resource} ${contents}/Resources/${name} COPYONLY)
+    configure_file(${resource} ${contents}/Resources/${name} COPYONLY
+      FILE_PERMISSIONS ${COMMANDFILTER_FILE_PERMISSIONS})
   endforeach()
 
   if(ARG_DESTINATION)

@@ -12,6 +12,8 @@ endif()
 add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 add_link_options(-Wl,-Bsymbolic-functions -Wl,--as-needed)
 
+include(Hardening)
+
 if(COMMANDFILTER_SANITIZE)
   add_compile_options(-fsanitize=${COMMANDFILTER_SANITIZE} -fno-omit-frame-pointer
                       -fno-sanitize-recover=all)
