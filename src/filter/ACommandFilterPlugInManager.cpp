@@ -1,9 +1,6 @@
 #include "filter/ACommandFilterPlugInManager.h"
 
-#include <dirent.h>
-
 #include <iterator>
-#include <memory>
 #include <utility>
 
 #include "filter/protocols/ICommandFilterExecutor.h"
@@ -11,14 +8,24 @@
 #include "runtime/Cast.h"
 #include "runtime/File.h"
 #include "runtime/Text.h"
+#include "runtime/Trust.h"
 
 namespace commandfilter {
 
 namespace {
 
-struct CloseFolder {
-  void operator()(DIR* folder) const noexcept { closedir(folder); }
-};
+// The plug-ins of a folder; none when others could have put them there.
+std::vector<std::string> trustedPlugins(const std::string& folder) {
+  if (distrustOf(folder)) return {};
+  return ACommandFilterPlugInManager::pluginsInFolder(folder).value_or(std::vector<std::string>());
+}
+
+// True when others could have written the property list of the program's own bundle.
+bool isInformationDistrusted(const Bundle& program) {
+  const std::string& path = program.bundlePath();
+  return distrustOf(path + "/Contents/Info.plist") || distrustOf(path + "/Contents") ||
+         distrustOf(path);
+}
 
 }  // namespace
 
@@ -69,35 +76,26 @@ void ACommandFilterPlugInManager::cacheExecutorsForPlugin(const std::string& pat
 
 std::vector<std::string> ACommandFilterPlugInManager::externalPlugins() {
   std::vector<std::string> paths;
+  if (isInformationDistrusted(*bundle_)) return paths;
   const auto* folders = castTo<Array>(bundle_->infoDictionary().objectForKey("PlugInLocations"));
   if (folders == nullptr) return paths;
   for (const Value& entry : *folders) {
     const auto* folder = castTo<String>(entry);
     if (folder == nullptr) continue;
-    if (auto found = pluginsInFolder(folder->text())) {
-      std::move(found->begin(), found->end(), std::back_inserter(paths));
-    }
+    std::vector<std::string> found = trustedPlugins(folder->text());
+    std::move(found.begin(), found.end(), std::back_inserter(paths));
   }
   return paths;
 }
 
 std::vector<std::string> ACommandFilterPlugInManager::internalPlugins() {
-  return pluginsInFolder(bundle_->builtInPlugInsPath()).value_or(std::vector<std::string>());
+  return trustedPlugins(bundle_->builtInPlugInsPath());
 }
 
 std::optional<std::vector<std::string>> ACommandFilterPlugInManager::pluginsInFolder(
     const std::string& folder) {
   if (!isFolder(folder)) return std::nullopt;
-  std::vector<std::string> paths;
-  const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
-  // A folder that cannot be listed is there all the same.
-  if (!entries) return paths;
-  while (const dirent* entry = readdir(entries.get())) {
-    const std::string_view name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    paths.push_back(folder + '/' + std::string(name));
-  }
-  return paths;
+  return entriesOfFolder(folder);
 }
 
 const std::string* ACommandFilterPlugInManager::nextPluginPath() {

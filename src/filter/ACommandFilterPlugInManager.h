@@ -18,7 +18,8 @@ namespace commandfilter {
 
 /// Loads plug-ins one at a time and only until the command is known. The first plug-in in search
 /// order that declares a command carries it out: the folders under "PlugInLocations" in order,
-/// then the built-in folder.
+/// then the built-in folder. Folders and bundles that others than root and the filter's user could
+/// have changed are passed over without a word.
 class ACommandFilterPlugInManager final : public Object {
  public:
   static const Class kClass;
@@ -40,7 +41,8 @@ class ACommandFilterPlugInManager final : public Object {
   /// yet. A bundle without an executor class is unloaded again.
   void cacheExecutorsForPlugin(const std::string& path);
 
-  /// The paths in the folders under "PlugInLocations" of the manager's bundle.
+  /// The paths in the folders under "PlugInLocations" of the manager's bundle; none when others
+  /// could have written that list.
   [[nodiscard]] std::vector<std::string> externalPlugins();
   /// The paths in the built-in plug-ins folder of the manager's bundle.
   [[nodiscard]] std::vector<std::string> internalPlugins();

@@ -1,11 +1,17 @@
 #include "filter/DeviceModelModule.h"
 
+#include <optional>
+
+#include "runtime/Trust.h"
+
 namespace commandfilter {
 
 std::string loadDeviceModel(const Bundle& program) {
-  const RefPtr<Bundle> bundle =
-      Bundle::bundleWithPath(program.privateFrameworksPath() + "/VemoDeviceModel.bundle");
-  if (!bundle || bundle->load()) return {};
+  const std::string folder = program.privateFrameworksPath();
+  const RefPtr<Bundle> bundle = Bundle::bundleWithPath(folder + "/VemoDeviceModel.bundle");
+  if (!bundle) return {};
+  if (const std::optional<Distrust> distrust = distrustOf(folder)) return distrust->description();
+  if (bundle->load()) return {};
   return bundle->bundlePath() + ": " + bundle->loadFailure();
 }
 

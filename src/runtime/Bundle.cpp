@@ -13,6 +13,7 @@
 #include "runtime/Module.h"
 #include "runtime/PropertyList.h"
 #include "runtime/String.h"
+#include "runtime/Trust.h"
 
 namespace commandfilter {
 
@@ -88,6 +89,10 @@ bool Bundle::load() {
   if (library_) return true;
   if (loadTried_) return false;
   loadTried_ = true;
+  // Before anything of it is read: its property list decides what is loaded.
+  if (const std::optional<Distrust> distrust = distrustOfTree(path_)) {
+    return fail(distrust->description());
+  }
   const std::optional<std::string> path = executablePath();
   if (!path) return fail("its property list names no executable under CFBundleExecutable");
   Result<SharedLibrary> library = SharedLibrary::open(*path);

@@ -46,8 +46,9 @@ class COMMANDFILTER_EXPORT Bundle final : public Object {
   [[nodiscard]] std::string resourcePath() const { return path_ + "/Contents/Resources"; }
 
   /// Loads the code, once, and registers its classes. May run code of the bundle.
-  /// @return false when there is no code, it cannot be loaded, has no entry point, or was built
-  /// for another version of the interface.
+  /// @return false when others than root and this user could have changed something in the bundle,
+  /// when there is no code, it cannot be loaded, has no entry point, or was built for another
+  /// version of the interface.
   bool load();
   /// The class that the property list names under "NSPrincipalClass", or the first of the module's
   /// classes when it names none; loads the code. nullptr when there is no such class.

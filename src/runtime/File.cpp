@@ -1,5 +1,6 @@
 #include "runtime/File.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,12 +8,18 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
+#include <string_view>
 
 #include "runtime/FileDescriptor.h"
 
 namespace commandfilter {
 
 namespace {
+
+struct CloseFolder {
+  void operator()(DIR* folder) const noexcept { closedir(folder); }
+};
 
 std::string describeError(const std::string& what) { return what + ": " + std::strerror(errno); }
 
@@ -62,6 +69,18 @@ bool isRegularFile(const std::string& path) noexcept {
 bool isFolder(const std::string& path) noexcept {
   struct stat status {};
   return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::vector<std::string> entriesOfFolder(const std::string& folder) {
+  std::vector<std::string> paths;
+  const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
+  if (!entries) return paths;
+  while (const dirent* entry = readdir(entries.get())) {
+    const std::string_view name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    paths.push_back(folder + '/' + std::string(name));
+  }
+  return paths;
 }
 
 }  // namespace commandfilter

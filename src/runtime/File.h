@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "runtime/Export.h"
 #include "runtime/Result.h"
@@ -22,5 +23,9 @@ namespace commandfilter {
 [[nodiscard]] COMMANDFILTER_EXPORT bool isRegularFile(const std::string& path) noexcept;
 /// True when the path leads to a folder.
 [[nodiscard]] COMMANDFILTER_EXPORT bool isFolder(const std::string& path) noexcept;
+/// The paths of all that lies in a folder, hidden files too, in the order of the file system; none
+/// when it is no folder or cannot be listed.
+[[nodiscard]] COMMANDFILTER_EXPORT std::vector<std::string> entriesOfFolder(
+    const std::string& folder);
 
 }  // namespace commandfilter

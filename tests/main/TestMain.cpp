@@ -1,5 +1,6 @@
 // Runs the tests of a program; each must end with as many living objects as it began with.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <map>
 #include <string>
@@ -26,6 +27,9 @@ class LiveObjectsListener : public testing::EmptyTestEventListener {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // What a test makes is to be trusted whatever the developer's habits are.
+  constexpr mode_t kOthersWrite = 022;
+  umask(kOthersWrite);
   testing::InitGoogleTest(&argc, argv);
   commandfilter::ProcessInfo::recordArguments(std::span(argv, static_cast<std::size_t>(argc)));
   commandfilter::ClassRegistry::shared().add(commandfilter::runtimeClasses()).keep();
