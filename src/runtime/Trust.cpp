@@ -32,9 +32,9 @@ struct FreeText {
   }
 };
 
-std::optional<Distrust> judge(const std::string& path, const struct stat& status) {
+std::optional<Distrust> judge(const std::string& path, const struct stat& status, uid_t user) {
   const mode_t mode = status.st_mode & kPermissions;
-  if (status.st_uid != 0 && status.st_uid != geteuid()) {
+  if (status.st_uid != 0 && status.st_uid != user) {
     return Distrust{path, Distrust::Reason::Owner, status.st_uid, mode};
   }
   if ((mode & (S_IWGRP | S_IWOTH)) != 0) {
@@ -47,27 +47,29 @@ Distrust unknown(const std::string& path) { return {path, Distrust::Reason::Unkn
 
 // What a link leads to in the end, and the folder that this lies in: its writers could put
 // something else there. Folders that the way leads through are like those above the path itself.
-std::optional<Distrust> judgeLink(const std::string& path, std::string& target) {
+std::optional<Distrust> judgeLink(const std::string& path, std::string& target, uid_t user) {
   const std::unique_ptr<char, FreeText> found(realpath(path.c_str(), nullptr));
   if (!found) return unknown(path);
   target = found.get();
   struct stat status {};
   const std::string folder = target.substr(0, std::max<std::size_t>(target.rfind('/'), 1));
   if (lstat(folder.c_str(), &status) != 0) return unknown(folder);
-  if (auto fault = judge(folder, status)) return fault;
+  if (auto fault = judge(folder, status, user)) return fault;
   if (lstat(target.c_str(), &status) != 0) return unknown(target);
-  return judge(target, status);
+  return judge(target, status, user);
 }
 
 // A walk over a folder and what lies in it.
 class Walk {
  public:
+  explicit Walk(uid_t user) : user_(user) {}
+
   std::optional<Distrust> folder(const std::string& path) {
     const int opened = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
     FileDescriptor descriptor(opened);
     struct stat status {};
     if (!descriptor || fstat(descriptor.get(), &status) != 0) return unknown(path);
-    if (auto found = judge(path, status)) return found;
+    if (auto found = judge(path, status, user_)) return found;
     // Links may lead round in a circle.
     const std::pair identity(status.st_dev, status.st_ino);
     if (std::ranges::find(visited_, identity) != visited_.end()) return std::nullopt;
@@ -92,11 +94,12 @@ class Walk {
     if (S_ISLNK(status.st_mode)) {
       // A link to nothing holds nothing.
       if (fstatat(folderDescriptor, name, &status, 0) != 0) return std::nullopt;
-      if (auto found = judgeLink(path, target)) return found;
+      if (auto found = judgeLink(path, target, user_)) return found;
     }
-    return S_ISDIR(status.st_mode) ? folder(target) : judge(path, status);
+    return S_ISDIR(status.st_mode) ? folder(target) : judge(path, status, user_);
   }
 
+  uid_t user_;
   std::vector<std::pair<dev_t, ino_t>> visited_;
 };
 
@@ -119,21 +122,21 @@ std::string Distrust::description() const {
   return path + " cannot be examined; use: chmod a+rX " + quoted;
 }
 
-std::optional<Distrust> distrustOf(const std::string& path) {
+std::optional<Distrust> distrustOf(const std::string& path, uid_t user) {
   struct stat status {};
   if (lstat(path.c_str(), &status) != 0) return unknown(path);
-  if (!S_ISLNK(status.st_mode)) return judge(path, status);
+  if (!S_ISLNK(status.st_mode)) return judge(path, status, user);
   std::string target;
-  return judgeLink(path, target);
+  return judgeLink(path, target, user);
 }
 
-std::optional<Distrust> distrustOfTree(const std::string& folder) {
+std::optional<Distrust> distrustOfTree(const std::string& folder, uid_t user) {
   struct stat status {};
   if (lstat(folder.c_str(), &status) != 0) return unknown(folder);
-  if (!S_ISLNK(status.st_mode)) return Walk().folder(folder);
+  if (!S_ISLNK(status.st_mode)) return Walk(user).folder(folder);
   std::string target;
-  if (auto found = judgeLink(folder, target)) return found;
-  return Walk().folder(target);
+  if (auto found = judgeLink(folder, target, user)) return found;
+  return Walk(user).folder(target);
 }
 
 }  // namespace commandfilter

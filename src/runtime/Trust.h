@@ -2,6 +2,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <optional>
 #include <string>
@@ -33,13 +34,14 @@ struct Distrust {
 };
 
 /// Why a file or folder cannot be trusted; none when it belongs to root or to the user of this
-/// process and neither its group nor everybody may write to it. A link stands for what it leads to;
-/// the folder that this lies in counts too.
-[[nodiscard]] COMMANDFILTER_EXPORT std::optional<Distrust> distrustOf(const std::string& path);
+/// process, or to another `user`, and neither its group nor everybody may write to it. A link
+/// stands for what it leads to; the folder that this lies in counts too.
+[[nodiscard]] COMMANDFILTER_EXPORT std::optional<Distrust> distrustOf(const std::string& path,
+                                                                      uid_t user = geteuid());
 
 /// The first file or folder that cannot be trusted among a folder and everything below it, links
 /// followed. Whoever can write to one of them could replace what is loaded from there.
-[[nodiscard]] COMMANDFILTER_EXPORT std::optional<Distrust> distrustOfTree(
-    const std::string& folder);
+[[nodiscard]] COMMANDFILTER_EXPORT std::optional<Distrust> distrustOfTree(const std::string& folder,
+                                                                          uid_t user = geteuid());
 
 }  // namespace commandfilter
