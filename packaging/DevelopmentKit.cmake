@@ -35,3 +35,8 @@ install(FILES
   DESTINATION lib/cmake/CommandFilter COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/packaging/commandfilter.pc DESTINATION lib/pkgconfig
   COMPONENT development)
+
+file(GLOB guides CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+install(FILES ${guides} DESTINATION share/doc/libcommandfilter-dev COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION share/doc/libcommandfilter-dev
+  COMPONENT development PATTERN build EXCLUDE)
