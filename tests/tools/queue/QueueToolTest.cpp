@@ -58,7 +58,14 @@ constexpr std::string_view kPostScript = R"PPD(*PPD-Adobe: "4.3"
 
 class QueueTool : public JobFixture {
  protected:
-  QueueTool() { product_.addPlugIn("Echo", {"Echo", "Clean all"}); }
+  // With no plug-ins but the test's own.
+  QueueTool() {
+    const fs::path builtIn = product_.filter().parent_path() / "CommandFilter.app/Contents/PlugIns";
+    for (const fs::directory_entry& entry : fs::directory_iterator(builtIn)) {
+      fs::remove_all(entry.path());
+    }
+    product_.addPlugIn("Echo", {"Echo", "Clean all"});
+  }
 
   [[nodiscard]] fs::path prefix() const {
     return product_.filter().parent_path().parent_path().parent_path().parent_path();
