@@ -26,9 +26,10 @@ struct CloseFolder {
   void operator()(DIR* folder) const noexcept { closedir(folder); }
 };
 
+// realpath's texts come from malloc.
 struct FreeText {
   void operator()(char* text) const noexcept {
-    std::free(text);  // NOLINT(cppcoreguidelines-no-malloc): realpath gives it so
+    std::free(text);  // NOLINT(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
   }
 };
 
