@@ -71,6 +71,7 @@ void PPDText::insert(std::size_t before, const std::vector<std::string>& texts) 
   std::string end = lines_[before > 0 ? before - 1 : 0].end;
   if (end.empty()) end = lines_.front().end.empty() ? "\n" : lines_.front().end;
   std::vector<PPDLine> added;
+  added.reserve(texts.size());
   for (const std::string& text : texts) added.push_back({text, end});
   lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(before),
                 std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
