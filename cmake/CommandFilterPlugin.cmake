@@ -36,6 +36,17 @@ function(command_filter_protect target)
     COMMAND chmod go-w $<TARGET_FILE:${target}> VERBATIM)
 endfunction()
 
+# command_filter_protect_bundle(TARGET BUNDLE): the same for the target's bundle and its folders.
+function(command_filter_protect_bundle target bundle)
+  file(MAKE_DIRECTORY ${bundle}/Contents/Linux ${bundle}/Contents/Resources)
+  file(CHMOD ${bundle} ${bundle}/Contents ${bundle}/Contents/Linux ${bundle}/Contents/Resources
+    PERMISSIONS ${COMMANDFILTER_FOLDER_PERMISSIONS})
+  if(EXISTS ${bundle}/Contents/Info.plist)
+    file(CHMOD ${bundle}/Contents/Info.plist PERMISSIONS ${COMMANDFILTER_FILE_PERMISSIONS})
+  endif()
+  command_filter_protect(${target})
+endfunction()
+
 function(command_filter_add_plugin)
   cmake_parse_arguments(PARSE_ARGV 0 ARG "" "NAME;PRINCIPAL_CLASS;DESTINATION"
     "COMMANDS;SOURCES;RESOURCES;LIBRARIES")
@@ -60,10 +71,8 @@ function(command_filter_add_plugin)
     PREFIX "" SUFFIX "" OUTPUT_NAME ${ARG_NAME}
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     LIBRARY_OUTPUT_DIRECTORY ${contents}/Linux)
-  file(MAKE_DIRECTORY ${contents}/Linux ${contents}/Resources)
-  file(CHMOD ${folder} ${folder}/${ARG_NAME}.bundle ${contents} ${contents}/Linux
-    ${contents}/Resources PERMISSIONS ${COMMANDFILTER_FOLDER_PERMISSIONS})
-  command_filter_protect(${ARG_NAME})
+  command_filter_protect_bundle(${ARG_NAME} ${folder}/${ARG_NAME}.bundle)
+  file(CHMOD ${folder} PERMISSIONS ${COMMANDFILTER_FOLDER_PERMISSIONS})
 
   command_filter_escape_xml("${ARG_NAME}" PLUGIN_NAME)
   command_filter_escape_xml("${ARG_PRINCIPAL_CLASS}" PLUGIN_PRINCIPAL_CLASS)
