@@ -6,6 +6,8 @@
 
 #include <array>
 #include <memory>
+#include <span>
+#include <string_view>
 #include <utility>
 
 #include "device_model/CupsFunctions.h"
@@ -31,6 +33,26 @@ struct PPDFunctions {
     return open != nullptr && find != nullptr && close != nullptr;
   }
 };
+
+using PPD = std::unique_ptr<ppd_file_t, decltype(&ppdClose)>;
+
+const PPDFunctions& ppdFunctions() {
+  static const PPDFunctions functions;
+  return functions;
+}
+
+// The queue's PPD; nil when there is none that can be read.
+PPD openPPD() {
+  const std::optional<std::string> path = ProcessInfo::environmentValue("PPD");
+  if (!path) return {nullptr, nullptr};
+  const PPDFunctions& ppd = ppdFunctions();
+  if (!ppd.areComplete()) return {nullptr, nullptr};
+  return {ppd.open(path->c_str()), ppd.close};
+}
+
+std::size_t asSize(int count) { return count > 0 ? static_cast<std::size_t>(count) : 0; }
+
+std::string textOfPPD(const char* text) { return String::fromDeviceText(text)->text(); }
 
 struct IPPFunctions {
   decltype(&cupsServer) server = cupsFunction<decltype(server)>("cupsServer");
@@ -118,15 +140,31 @@ QueueAttributes requestAttributes(const IPPFunctions& ipp, const std::string& qu
 }  // namespace
 
 std::string CupsQueueFacts::ppdAttribute(const char* name) {
-  const std::optional<std::string> path = ProcessInfo::environmentValue("PPD");
-  if (!path) return {};
-  static const PPDFunctions ppd;
-  if (!ppd.areComplete()) return {};
-  const std::unique_ptr<ppd_file_t, decltype(ppd.close)> file(ppd.open(path->c_str()), ppd.close);
+  const PPD file = openPPD();
   if (!file) return {};
-  const ppd_attr_t* found = ppd.find(file.get(), name, nullptr);
+  const ppd_attr_t* found = ppdFunctions().find(file.get(), name, nullptr);
   if (found == nullptr || found->value == nullptr) return {};
-  return String::fromDeviceText(found->value)->text();
+  return textOfPPD(found->value);
+}
+
+std::vector<InstallableOption> CupsQueueFacts::installableOptions() {
+  std::vector<InstallableOption> options;
+  const PPD file = openPPD();
+  if (!file) return options;
+  for (const ppd_group_t& group : std::span(file->groups, asSize(file->num_groups))) {
+    if (std::string_view(group.name) != "InstallableOptions") continue;
+    for (const ppd_option_t& option : std::span(group.options, asSize(group.num_options))) {
+      InstallableOption& found = options.emplace_back();
+      found.keyword = textOfPPD(option.keyword);
+      found.text = textOfPPD(option.text);
+      if (found.text.empty()) found.text = found.keyword;
+      found.current = textOfPPD(option.defchoice);
+      for (const ppd_choice_t& choice : std::span(option.choices, asSize(option.num_choices))) {
+        found.choices.push_back(textOfPPD(choice.choice));
+      }
+    }
+  }
+  return options;
 }
 
 const QueueAttributes& CupsQueueFacts::attributes() {

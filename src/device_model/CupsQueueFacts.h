@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "device_model/QueueFacts.h"
 
@@ -19,6 +21,7 @@ class CupsQueueFacts final : public QueueFacts {
   explicit CupsQueueFacts(double seconds = kSeconds) noexcept : seconds_(seconds) {}
 
   [[nodiscard]] std::string ppdAttribute(const char* name) override;
+  [[nodiscard]] std::vector<InstallableOption> installableOptions() override;
   [[nodiscard]] const QueueAttributes& attributes() override;
   [[nodiscard]] URIParts partsOfURI(const std::string& uri) override;
 

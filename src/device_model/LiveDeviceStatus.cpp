@@ -1,9 +1,11 @@
 #include "device_model/LiveDeviceStatus.h"
 
 #include <array>
+#include <map>
 #include <string_view>
 #include <vector>
 
+#include "device_model/DeviceTables.h"
 #include "device_model/PrinterState.h"
 #include "device_model/SNMPAnswer.h"
 #include "runtime/Array.h"
@@ -37,6 +39,76 @@ Value arrayOf(const Texts& texts) {
   return Array::create(std::move(elements));
 }
 
+// A feature whose value and identifiers are those of the entries.
+class FeatureBuilder {
+ public:
+  void add(const std::string& identifier) { identifiers_.push_back(String::create(identifier)); }
+  // A property of the entry that was added last.
+  void set(const std::string& property, Value value) {
+    if (!value.isNil()) properties_[property].emplace_back(identifiers_.back(), std::move(value));
+  }
+  [[nodiscard]] Ref<Dictionary> build() const {
+    DictionaryBuilder properties;
+    for (const auto& [name, values] : properties_) {
+      DictionaryBuilder byIdentifier;
+      for (const auto& [identifier, value] : values) byIdentifier.set(identifier, value);
+      const Ref<Dictionary> entries = byIdentifier.build();
+      std::vector<Value> all;
+      for (const Value& each : identifiers_) all.push_back(entries->objectForKey(each));
+      DictionaryBuilder property;
+      property.set("Value", Array::create(std::move(all)));
+      property.set("Identifiers", entries);
+      properties.set(name, property.build());
+    }
+    const Ref<Array> identifiers = Array::create(identifiers_);
+    DictionaryBuilder feature;
+    feature.set("Value", identifiers);
+    feature.set("Identifiers", identifiers);
+    feature.set("Properties", properties.build());
+    return feature.build();
+  }
+
+ private:
+  std::vector<Value> identifiers_;
+  std::map<std::string, std::vector<std::pair<Value, Value>>> properties_;
+};
+
+Value textOrNilOf(const std::string& text) {
+  return text.empty() ? Value() : Value(String::create(text));
+}
+
+Ref<Dictionary> featureOf(const std::vector<InputTray>& trays) {
+  FeatureBuilder feature;
+  for (const InputTray& tray : trays) {
+    feature.add(tray.identifier);
+    feature.set("name", textOrNilOf(tray.name));
+    feature.set("type", textOrNilOf(tray.type));
+  }
+  return feature.build();
+}
+
+Ref<Dictionary> featureOf(const std::vector<DeviceAlert>& alerts) {
+  FeatureBuilder feature;
+  for (const DeviceAlert& alert : alerts) {
+    feature.add(alert.identifier);
+    feature.set("severity", textOrNilOf(alert.severity));
+    feature.set("code", alert.code ? Value(Number::integer(*alert.code)) : Value());
+    feature.set("description", textOrNilOf(alert.description));
+  }
+  return feature.build();
+}
+
+Ref<Dictionary> featureOf(const std::vector<InstallableOption>& options) {
+  FeatureBuilder feature;
+  for (const InstallableOption& option : options) {
+    feature.add(option.keyword);
+    feature.set("text", textOrNilOf(option.text));
+    feature.set("current", textOrNilOf(option.current));
+    feature.set("choices", arrayOf(option.choices));
+  }
+  return feature.build();
+}
+
 Ref<Dictionary> dictionaryWith(std::string_view key, Value value) {
   DictionaryBuilder builder;
   if (!value.isNil()) builder.set(key, std::move(value));
@@ -65,11 +137,13 @@ Value LiveDeviceStatus::deviceState() {
 Value LiveDeviceStatus::deviceSubstate() {
   return once(substate_, [this]() -> Value {
     if (const auto bits = device().backend().snmpValue(detectedErrorsObject())) {
+      substateSource_ = "device";
       return arrayOf(detectedErrors(*bits));
     }
     const QueueAttributes& attributes = device().queueAttributes();
     const auto found = attributes.find("printer-state-reasons");
     if (found == attributes.end()) return {};
+    substateSource_ = "queue";
     std::vector<std::string> reasons;
     for (const std::string& reason : found->second) {
       // The scheduler's own reasons tell about the queue, not about the device.
@@ -89,6 +163,13 @@ Value LiveDeviceStatus::deviceSerialNumber() {
       if (!text.isNil()) return text;
     }
     return textOrNil(device().serialNumberInURI());
+  });
+}
+
+Value LiveDeviceStatus::isDuplexerInstalled() {
+  return once(duplexer_, [this]() -> Value {
+    const std::optional<bool> installed = hasDuplexer(device().backend());
+    return installed ? Value::boolean(*installed) : Value();
   });
 }
 
@@ -126,6 +207,14 @@ Value LiveDeviceStatus::pageCount() const {
   return count && *count >= 0 ? Value(Number::integer(*count)) : Value();
 }
 
+Ref<Dictionary> LiveDeviceStatus::stateFeature() {
+  const auto property = [](Value value) { return dictionaryWith("Value", std::move(value)); };
+  DictionaryBuilder properties;
+  properties.set("reasons", property(deviceSubstate()));
+  properties.set("source", property(textOrNil(substateSource_)));
+  return properties.build();
+}
+
 Ref<Dictionary> LiveDeviceStatus::features() {
   DictionaryBuilder table;
   const auto addFeature = [&table](std::string_view name, Value value, Ref<Dictionary> properties) {
@@ -136,7 +225,7 @@ Ref<Dictionary> LiveDeviceStatus::features() {
   };
   const auto property = [](Value value) { return dictionaryWith("Value", std::move(value)); };
 
-  addFeature("state", deviceState(), dictionaryWith("reasons", property(deviceSubstate())));
+  addFeature("state", deviceState(), stateFeature());
   DictionaryBuilder model;
   model.set("vendor", property(device().vendorName()));
   model.set("name", property(device().modelName()));
@@ -145,6 +234,14 @@ Ref<Dictionary> LiveDeviceStatus::features() {
   model.set("deviceID", property(device().deviceID()));
   addFeature("model", humanReadableModelName(), model.build());
   addFeature("pageCount", pageCount(), Dictionary::create());
+  // A printer's parts, where there is one who tells.
+  BackendTransport& backend = device().backend();
+  const auto addParts = [&table](std::string_view name, const auto& parts) {
+    if (!parts.empty()) table.set(name, featureOf(parts));
+  };
+  addParts("alerts", alertsOf(backend));
+  addParts("inputTrays", inputTraysOf(backend));
+  addParts("installableOptions", device().installableOptions());
   return table.build();
 }
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "device_model/LiveStatusService.h"
@@ -26,6 +27,7 @@ class LiveDeviceStatus final : public LiveStatusService<ADMDeviceStatus> {
   [[nodiscard]] Value deviceSerialNumber() override;
   [[nodiscard]] Value firmwareVersion() override;
   [[nodiscard]] Value humanReadableModelName() override;
+  [[nodiscard]] Value isDuplexerInstalled() override;
   [[nodiscard]] Value supportedResolutions() override;
   [[nodiscard]] Value deviceUIState() override;
 
@@ -46,11 +48,16 @@ class LiveDeviceStatus final : public LiveStatusService<ADMDeviceStatus> {
     return *answer;
   }
   [[nodiscard]] Value pageCount() const;
+  /// The feature "state".
+  [[nodiscard]] Ref<Dictionary> stateFeature();
 
   std::optional<Value> state_;
   std::optional<Value> substate_;
+  /// Who told the substate: `device`, `queue`, or empty when nobody did.
+  std::string_view substateSource_;
   std::optional<Value> serialNumber_;
   std::optional<Value> display_;
+  std::optional<Value> duplexer_;
 };
 
 }  // namespace commandfilter

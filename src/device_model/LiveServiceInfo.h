@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "device_model/BackendTransport.h"
 #include "device_model/DeviceID.h"
@@ -58,6 +59,10 @@ class LiveServiceInfo final : public DeviceServiceInfo {
   [[nodiscard]] BackendTransport& backend() const noexcept { return sources_.backend; }
   /// The queue's attributes.
   [[nodiscard]] const QueueAttributes& queueAttributes();
+  /// What the queue's PPD says can be built into the device.
+  [[nodiscard]] std::vector<InstallableOption> installableOptions() {
+    return sources_.queue.get().installableOptions();
+  }
   /// The serial number in the URI; empty when there is none.
   [[nodiscard]] std::string serialNumberInURI();
 

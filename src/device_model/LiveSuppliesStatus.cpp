@@ -37,6 +37,7 @@ constexpr std::array kProperties{
     Property{"remainingPages", &LiveSuppliesStatus::supplyRemainingPagesForIdentifier},
     Property{"colorName", &LiveSuppliesStatus::supplyColorNameForIdentifier},
     Property{"rgb", &LiveSuppliesStatus::supplyRGBRepresentationForIdentifier},
+    Property{"source", &LiveSuppliesStatus::supplySourceForIdentifier},
 };
 
 }  // namespace
@@ -56,7 +57,10 @@ const std::vector<Supply>& LiveSuppliesStatus::supplies() {
     const std::vector<SNMPEntry> entries = backend.snmpTable(suppliesTable());
     supplies_ = entries.empty() ? std::vector<Supply>()
                                 : suppliesOfTables(entries, backend.snmpTable(colorantTable()));
-    if (supplies_->empty()) supplies_ = suppliesOfAttributes(device().queueAttributes());
+    if (supplies_->empty()) {
+      supplies_ = suppliesOfAttributes(device().queueAttributes());
+      fromQueue_ = true;
+    }
     for (const Supply& each : *supplies_) byIdentifier_.emplace(each.identifier, &each);
   }
   return *supplies_;
@@ -139,6 +143,10 @@ Value LiveSuppliesStatus::supplyRGBRepresentationForIdentifier(const Value& iden
 
 Value LiveSuppliesStatus::supplyAdditionalInkLevelInfoForIdentifier(const Value& identifier) {
   return text(identifier, &Supply::levelInfo);
+}
+
+Value LiveSuppliesStatus::supplySourceForIdentifier(const Value& identifier) {
+  return supply(identifier) != nullptr ? textOrNil(fromQueue_ ? "queue" : "device") : Value();
 }
 
 Ref<Dictionary> LiveSuppliesStatus::features() {

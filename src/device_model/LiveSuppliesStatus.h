@@ -44,6 +44,9 @@ class LiveSuppliesStatus final
   [[nodiscard]] Value supplyColorNameForIdentifier(const Value& identifier) override;
   [[nodiscard]] Value supplyRGBRepresentationForIdentifier(const Value& identifier) override;
   [[nodiscard]] Value supplyAdditionalInkLevelInfoForIdentifier(const Value& identifier) override;
+  /// Who told about the supply: `device`, or `queue` for what the scheduler keeps, which is as old
+  /// as the queue's last job.
+  [[nodiscard]] Value supplySourceForIdentifier(const Value& identifier);
 
  protected:
   [[nodiscard]] Ref<Dictionary> features() override;
@@ -61,6 +64,7 @@ class LiveSuppliesStatus final
   Value text(const Value& identifier, std::string Supply::*member);
 
   std::optional<std::vector<Supply>> supplies_;
+  bool fromQueue_ = false;
   /// The supplies by their identifiers, which each of many is asked for again and again.
   std::unordered_map<std::string_view, const Supply*> byIdentifier_;
 };

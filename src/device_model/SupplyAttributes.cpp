@@ -40,7 +40,7 @@ std::string wordOfKeyword(std::string_view keyword) {
   return word;
 }
 
-void setLevel(Supply& supply, int level) {
+void setLevel(Supply& supply, int level, bool countsFilling) {
   constexpr int kSome = -3;
   constexpr int kUnknown = -2;
   constexpr int kWhole = 100;
@@ -49,8 +49,8 @@ void setLevel(Supply& supply, int level) {
     return;
   }
   level = std::min(level, kWhole);
-  // The scheduler counts how full a receptacle is; the rest of the system, what room is left.
-  supply.percent = supply.isReceptacle() ? kWhole - level : level;
+  // Backends count how full a receptacle is; the rest of the system, what room is left.
+  supply.percent = countsFilling ? kWhole - level : level;
   supply.remaining = *supply.percent;
 }
 
@@ -73,13 +73,18 @@ std::vector<Supply> suppliesOfAttributes(const QueueAttributes& attributes) {
           supply.type.starts_with("waste") ? "receptacleThatIsFilled" : "supplyThatIsConsumed";
     }
     supply.unit = "percent";
-    if (const auto level = integerAt(attributes, "marker-levels", i)) setLevel(supply, *level);
-    // A receptacle warns at its high level.
+    const std::optional<int> high = integerAt(attributes, "marker-high-levels", i);
+    const std::optional<int> low = integerAt(attributes, "marker-low-levels", i);
+    // A receptacle that is counted by how full it is warns at its high level; one that warns at no
+    // level is counted by its room, as the device counts it.
+    const bool countsRoom = low == 0 && high == 100;
+    const bool countsFilling = supply.isReceptacle() && !countsRoom;
+    if (const auto level = integerAt(attributes, "marker-levels", i)) {
+      setLevel(supply, *level, countsFilling);
+    }
     if (supply.isReceptacle()) {
-      const std::optional<int> high = integerAt(attributes, "marker-high-levels", i);
       if (high && *high > 0 && *high < 100) supply.lowPercent = 100 - *high;
     } else {
-      const std::optional<int> low = integerAt(attributes, "marker-low-levels", i);
       if (low && *low > 0 && *low < 100) supply.lowPercent = low;
     }
     const std::string color = valueAt(attributes, "marker-colors", i);

@@ -48,6 +48,28 @@ TEST_F(CupsQueue, HasNoAttributesWithoutAPPD) {
   EXPECT_EQ(facts_.ppdAttribute("ModelName"), "");
 }
 
+TEST_F(CupsQueue, HasTheInstallableOptionsOfItsPPD) {
+  usePPD(
+      "*OpenGroup: InstallableOptions/Options Installed\n"
+      "*OpenUI *Duplexer/Duplex Unit: Boolean\n*DefaultDuplexer: False\n"
+      "*Duplexer True/Installed: \"\"\n*Duplexer False/Not Installed: \"\"\n*CloseUI: *Duplexer\n"
+      "*CloseGroup: InstallableOptions\n"
+      "*OpenUI *InputSlot: PickOne\n*DefaultInputSlot: Auto\n*InputSlot Auto: \"\"\n"
+      "*CloseUI: *InputSlot\n");
+  const std::vector<InstallableOption> options = facts_.installableOptions();
+  ASSERT_EQ(options.size(), 1U);
+  EXPECT_EQ(options[0].keyword, "Duplexer");
+  EXPECT_EQ(options[0].text, "Duplex Unit");
+  EXPECT_EQ(options[0].current, "False");
+  EXPECT_EQ(options[0].choices, (std::vector<std::string>{"True", "False"}));
+}
+
+TEST_F(CupsQueue, HasNoInstallableOptionsWithoutThem) {
+  EXPECT_TRUE(facts_.installableOptions().empty());
+  usePPD("*ModelName: \"M 1\"\n");
+  EXPECT_TRUE(facts_.installableOptions().empty());
+}
+
 TEST_F(CupsQueue, HasNoAttributesWithoutAScheduler) {
   EXPECT_TRUE(facts_.attributes().empty());
   CupsQueueFacts other;

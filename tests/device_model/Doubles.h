@@ -66,6 +66,7 @@ class ScriptedQueue final : public QueueFacts {
     calls.push_back(std::string("PPD ") + name);
     return ppd[name];
   }
+  [[nodiscard]] std::vector<InstallableOption> installableOptions() override { return options; }
   [[nodiscard]] const QueueAttributes& attributes() override {
     calls.emplace_back("attributes");
     return ipp;
@@ -73,6 +74,7 @@ class ScriptedQueue final : public QueueFacts {
   [[nodiscard]] URIParts partsOfURI(const std::string& /*uri*/) override { return parts; }
 
   std::map<std::string, std::string> ppd;
+  std::vector<InstallableOption> options;
   QueueAttributes ipp;
   URIParts parts;
   std::vector<std::string> calls;

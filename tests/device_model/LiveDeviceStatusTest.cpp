@@ -156,8 +156,80 @@ TEST_F(LiveDevice, DescribesItselfByFeatures) {
                     Value::boolean(true)));
   EXPECT_TRUE(equal(ask(service, "isSupportedFeature:", {stringOf("ink")}), Value::boolean(false)));
   EXPECT_TRUE(equal(ask(service, "supportedPropertiesForFeature:", {stringOf("state")}),
-                    arrayOf({stringOf("reasons")})));
+                    arrayOf({stringOf("reasons"), stringOf("source")})));
   EXPECT_TRUE(ask(service, "identifiersForFeature:", {stringOf("state")}).isNil());
+}
+
+// The values of a property, for all of a feature's identifiers.
+Value propertyOf(const Value& service, const char* feature, const char* property) {
+  return ask(service, "valueForFeature:property:", {stringOf(feature), stringOf(property)});
+}
+
+TEST_F(LiveDevice, SaysWhoToldAboutItsState) {
+  {
+    ScriptedDevice silent;
+    silent.queue.ipp = {{"printer-state-reasons", {"door-open-report"}}};
+    const Value service = silent.resolved()->statusService(ADMDeviceStatus::kProtocol);
+    EXPECT_EQ(descriptionOf(propertyOf(service, "state", "source")), "queue");
+  }
+  useAgent();
+  EXPECT_EQ(descriptionOf(propertyOf(status(), "state", "source")), "device");
+}
+
+TEST_F(LiveDevice, ListsItsTraysAndAlerts) {
+  device_.backend.objects = testing::BackendScript::Objects{
+      {".1.3.6.1.2.1.43.8.2.1.2.1.1", "3"},
+      {".1.3.6.1.2.1.43.8.2.1.2.1.2", "99"},
+      {".1.3.6.1.2.1.43.8.2.1.2.2.1", "5"},
+      {".1.3.6.1.2.1.43.8.2.1.13.1.1", "Tray 1"},
+      {".1.3.6.1.2.1.43.8.2.1.18.1.2", "Lower cassette"},
+      {".1.3.6.1.2.1.43.18.1.1.2.1.7", "3"},
+      {".1.3.6.1.2.1.43.18.1.1.7.1.7", "1001"},
+      {".1.3.6.1.2.1.43.18.1.1.7.1.8", "x"},
+      {".1.3.6.1.2.1.43.18.1.1.8.1.7", "Fuser cold"},
+  };
+  const Value service = status();
+  EXPECT_TRUE(equal(propertyOf(service, "inputTrays", "name"),
+                    arrayOf({stringOf("Tray 1"), stringOf("Lower cassette")})));
+  EXPECT_TRUE(equal(propertyOf(service, "inputTrays", "type"),
+                    arrayOf({stringOf("sheetFeedAutoRemovableTray"), Value::null()})))
+      << "the second printer's trays do not count";
+  EXPECT_TRUE(equal(propertyOf(service, "alerts", "code"),
+                    arrayOf({Number::integer(1001), Value::null()})));
+  EXPECT_TRUE(equal(propertyOf(service, "alerts", "severity"),
+                    arrayOf({stringOf("critical"), Value::null()})));
+  EXPECT_TRUE(equal(propertyOf(service, "alerts", "description"),
+                    arrayOf({stringOf("Fuser cold"), Value::null()})));
+}
+
+TEST_F(LiveDevice, HasADuplexerWhenAMediaPathTurnsTheSheets) {
+  const auto installed = [this](std::initializer_list<const char*> types) {
+    device_.backend.objects.emplace();
+    int row = 1;
+    for (const char* type : types) {
+      (*device_.backend.objects)[".1.3.6.1.2.1.43.13.4.1.9.1." + std::to_string(row++)] = type;
+    }
+    return descriptionOf(ask(status(), "isDuplexerInstalled"));
+  };
+  EXPECT_EQ(installed({"5", "3"}), "1");
+  EXPECT_EQ(installed({"4"}), "1");
+  EXPECT_EQ(installed({"5"}), "0");
+  EXPECT_EQ(installed({"1", "2"}), "(null)");
+  EXPECT_EQ(installed({}), "(null)");
+}
+
+TEST_F(LiveDevice, ListsWhatItsPPDSaysCanBeBuiltIn) {
+  device_.queue.options = {{"Duplexer", "Duplex Unit", "False", {"True", "False"}}};
+  const Value service = status();
+  EXPECT_TRUE(equal(ask(service, "identifiersForFeature:", {stringOf("installableOptions")}),
+                    arrayOf({stringOf("Duplexer")})));
+  const auto property = [&service](const char* name) {
+    return ask(service, "valueForFeature:property:identifier:",
+               {stringOf("installableOptions"), stringOf(name), stringOf("Duplexer")});
+  };
+  EXPECT_EQ(descriptionOf(property("text")), "Duplex Unit");
+  EXPECT_EQ(descriptionOf(property("current")), "False");
+  EXPECT_TRUE(equal(property("choices"), arrayOf({stringOf("True"), stringOf("False")})));
 }
 
 TEST_F(LiveDevice, HasWhatEveryServiceHas) {

@@ -76,6 +76,23 @@ TEST_F(LiveSupplies, AreThoseOfTheQueueWithoutAnAgent) {
       equal(ask(service, "supplyLevelForIdentifier:", {stringOf("1")}), Number::integer(5)));
 }
 
+TEST_F(LiveSupplies, SayWhoToldAboutThem) {
+  const auto source = [this](const char* identifier) {
+    return descriptionOf(ask(status(), "valueForFeature:property:identifier:",
+                             {stringOf("supplies"), stringOf("source"), stringOf(identifier)}));
+  };
+  device_.queue.ipp = {{"marker-names", {"Cyan"}}};
+  EXPECT_EQ(source("1"), "queue");
+  EXPECT_EQ(source("2"), "(null)");
+}
+
+TEST_F(LiveSupplies, SayThatTheDeviceToldAboutThem) {
+  usePrinterMIB();
+  EXPECT_EQ(descriptionOf(ask(status(), "valueForFeature:property:identifier:",
+                              {stringOf("supplies"), stringOf("source"), stringOf("1")})),
+            "device");
+}
+
 TEST_F(LiveSupplies, AreThoseOfTheQueueWhenTheAgentHasNoPrinterMIB) {
   device_.backend.objects = testing::BackendScript::Objects{{".1.3.6.1.2.1.1.1.0", "a router"}};
   device_.queue.ipp = {{"marker-names", {"Cyan"}}};
@@ -162,11 +179,12 @@ TEST_F(LiveSupplies, AreDescribedByFeatures) {
             Number::integer(25)));
   EXPECT_TRUE(ask(service, "valueForFeature:property:identifier:", {supplies, level, stringOf("2")})
                   .isNil());
-  EXPECT_EQ(descriptionOf(ask(service, "supportedPropertiesForFeature:", {supplies})),
-            descriptionOf(arrayOf(
-                {stringOf("name"), level, stringOf("levelInfo"), stringOf("state"),
-                 stringOf("type"), stringOf("class"), stringOf("capacity"), stringOf("unit"),
-                 stringOf("remainingPages"), stringOf("colorName"), stringOf("rgb")})));
+  EXPECT_EQ(
+      descriptionOf(ask(service, "supportedPropertiesForFeature:", {supplies})),
+      descriptionOf(arrayOf({stringOf("name"), level, stringOf("levelInfo"), stringOf("state"),
+                             stringOf("type"), stringOf("class"), stringOf("capacity"),
+                             stringOf("unit"), stringOf("remainingPages"), stringOf("colorName"),
+                             stringOf("rgb"), stringOf("source")})));
 }
 
 TEST_F(LiveSupplies, ConformToAllTheirProtocols) {

@@ -58,6 +58,19 @@ TEST(SupplyAttributes, WarnAtTenPercentWithoutALimitThatMakesSense) {
   }
 }
 
+TEST(SupplyAttributes, CountTheRoomOfAReceptacleThatWarnsAtNoLevel) {
+  const std::vector<Supply> supplies = suppliesOfAttributes({
+      {"marker-types", {"waste-toner", "waste-toner", "waste-toner"}},
+      {"marker-levels", {"5", "5", "5"}},
+      {"marker-low-levels", {"0", "10", "0"}},
+      {"marker-high-levels", {"100", "100", "90"}},
+  });
+  EXPECT_EQ(supplies[0].percent, 5);
+  EXPECT_EQ(supplies[0].state(), "almostFull");
+  EXPECT_EQ(supplies[1].percent, 95);
+  EXPECT_EQ(supplies[2].percent, 95);
+}
+
 TEST(SupplyAttributes, MayBeOfDifferentLengths) {
   const std::vector<Supply> supplies = suppliesOfAttributes(
       {{"marker-names", {"A", "B"}}, {"marker-levels", {"1"}}, {"marker-types", {}}});
