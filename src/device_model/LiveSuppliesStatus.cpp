@@ -20,6 +20,20 @@ Value integerOrNil(const std::optional<std::int64_t>& number) {
   return number ? Value(Number::integer(*number)) : Value();
 }
 
+// What the queue has as the names of its supplies, whoever told the scheduler.
+Ref<Dictionary> markersFeature(const std::vector<std::string>& names) {
+  std::vector<Value> values;
+  values.reserve(names.size());
+  for (const std::string& name : names) values.push_back(String::create(name));
+  DictionaryBuilder property;
+  property.set("Value", Array::create(std::move(values)));
+  DictionaryBuilder properties;
+  properties.set("names", property.build());
+  DictionaryBuilder feature;
+  feature.set("Properties", properties.build());
+  return feature.build();
+}
+
 // A property of the feature "supplies" and the message that answers it.
 struct Property {
   std::string_view name;
@@ -171,6 +185,9 @@ Ref<Dictionary> LiveSuppliesStatus::features() {
   feature.set("Properties", properties.build());
   DictionaryBuilder table;
   table.set("supplies", feature.build());
+  const QueueAttributes& attributes = device().queueAttributes();
+  const auto known = attributes.find("marker-names");
+  if (known != attributes.end()) table.set("markers", markersFeature(known->second));
   return table.build();
 }
 

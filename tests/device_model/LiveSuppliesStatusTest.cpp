@@ -88,6 +88,10 @@ TEST_F(LiveSupplies, SayWhoToldAboutThem) {
 
 TEST_F(LiveSupplies, SayThatTheDeviceToldAboutThem) {
   usePrinterMIB();
+  device_.queue.ipp = {{"marker-names", {"Old"}}};
+  EXPECT_TRUE(
+      equal(ask(status(), "valueForFeature:property:", {stringOf("markers"), stringOf("names")}),
+            arrayOf({stringOf("Old")})));
   EXPECT_EQ(descriptionOf(ask(status(), "valueForFeature:property:identifier:",
                               {stringOf("supplies"), stringOf("source"), stringOf("1")})),
             "device");
@@ -156,6 +160,7 @@ TEST_F(LiveSupplies, AreAskedForOnce) {
   const Value service = status();
   EXPECT_TRUE(device_.backend.requests.empty());
   ask(service, "suppliesIdentifiers");
+  ask(service, "supportedFeatures");
   const std::size_t requests = device_.backend.requests.size();
   EXPECT_GT(requests, 0U);
   ask(service, "supplyLevelForIdentifier:", {stringOf("1")});

@@ -90,17 +90,27 @@ void IPPPrinter::startBus() {
 bool IPPPrinter::startPrinter(const std::string& documentFormat) {
   fs::create_directory(folder_.path() / "documents");
   port_ = freePort();
+  setReport("");
   // Without a command of its own it plays a printer that takes several seconds for a job.
   printer_ = std::make_unique<BackgroundProcess>(
       std::vector<std::string>{"/usr/sbin/ippeveprinter", "-n", "localhost", "-p",
                                std::to_string(port_), "-r", "off", "-k", "-d",
                                (folder_.path() / "documents").string(), "-f", documentFormat, "-c",
-                               "/bin/true", "Test"},
+                               (folder_.path() / "command").string(), "Test"},
       std::vector<std::string>{
           "PATH=/usr/bin:/bin", "HOME=" + folder_.path().string(),
           "DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (folder_.path() / "bus").string()},
       folder_.path() / "printer.log");
   return waitFor(*printer_, [this] { return isListening(port_); });
+}
+
+void IPPPrinter::setReport(const std::string& lines) const {
+  const fs::path command = folder_.path() / "command";
+  // In one step: the printer may run it now.
+  const fs::path next = folder_.path() / "next";
+  writeFile(next, "#!/bin/sh\ncat >&2 <<'END'\n" + lines + "END\n");
+  fs::permissions(next, fs::perms::owner_all);
+  fs::rename(next, command);
 }
 
 std::string IPPPrinter::uri() const {
