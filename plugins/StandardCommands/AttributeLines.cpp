@@ -28,15 +28,27 @@ SupplyAttribute withNamesOf(const SupplyAttribute& attribute, std::size_t bytes)
   return shorter;
 }
 
+// The greatest number from `least` up to `most` that is true; `least` when none is. What is true of
+// a number is true of all that are smaller.
+template <typename Condition>
+std::size_t greatest(std::size_t least, std::size_t most, Condition&& condition) {
+  while (least < most) {
+    const std::size_t middle = most - (most - least) / 2;
+    if (condition(middle)) {
+      least = middle;
+    } else {
+      most = middle - 1;
+    }
+  }
+  return least;
+}
+
 // The names at the greatest length with which they fit, or at the shortest.
 SupplyAttribute withShorterNames(const SupplyAttribute& attribute) {
-  std::size_t longest = 0;
-  for (const std::string& value : attribute.values) longest = std::max(longest, value.size());
-  for (std::size_t bytes = longest; bytes > kShortestName; --bytes) {
-    SupplyAttribute shorter = withNamesOf(attribute, bytes);
-    if (fits(shorter)) return shorter;
-  }
-  return withNamesOf(attribute, kShortestName);
+  const std::size_t bytes = greatest(kShortestName, kLongestName, [&attribute](std::size_t length) {
+    return fits(withNamesOf(attribute, length));
+  });
+  return withNamesOf(attribute, bytes);
 }
 
 void replace(std::vector<std::string>& values, const std::map<std::string, std::string>& forms) {
@@ -47,9 +59,12 @@ void replace(std::vector<std::string>& values, const std::map<std::string, std::
 }
 
 // How many values, from the first, fit into a line.
-std::size_t countThatFits(SupplyAttribute attribute) {
-  while (!attribute.values.empty() && !fits(attribute)) attribute.values.pop_back();
-  return attribute.values.size();
+std::size_t countThatFits(const SupplyAttribute& attribute) {
+  return greatest(0, attribute.values.size(), [&attribute](std::size_t count) {
+    SupplyAttribute shorter = attribute;
+    shorter.values.resize(count);
+    return fits(shorter);
+  });
 }
 
 }  // namespace
@@ -80,6 +95,7 @@ AttributeLines attributeLines(std::vector<SupplyAttribute> attributes, const Sho
     if (all.size() > kPrefix.size()) all.push_back(' ');
     all.append(assignment(attribute.name, attribute.values));
   }
+  if (all.size() == kPrefix.size()) return {{}, most - count};
   if (all.size() <= kLongestLine) return {{std::move(all)}, most - count};
 
   for (SupplyAttribute& attribute : attributes) {

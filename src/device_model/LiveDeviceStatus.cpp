@@ -42,6 +42,10 @@ Value arrayOf(const Texts& texts) {
 // A feature whose value and identifiers are those of the entries.
 class FeatureBuilder {
  public:
+  // A feature has its properties even when it has no entries.
+  explicit FeatureBuilder(std::initializer_list<const char*> properties) {
+    for (const char* property : properties) properties_[property];
+  }
   void add(const std::string& identifier) { identifiers_.push_back(String::create(identifier)); }
   // A property of the entry that was added last.
   void set(const std::string& property, Value value) {
@@ -78,7 +82,7 @@ Value textOrNilOf(const std::string& text) {
 }
 
 Ref<Dictionary> featureOf(const std::vector<InputTray>& trays) {
-  FeatureBuilder feature;
+  FeatureBuilder feature({"name", "type"});
   for (const InputTray& tray : trays) {
     feature.add(tray.identifier);
     feature.set("name", textOrNilOf(tray.name));
@@ -88,7 +92,7 @@ Ref<Dictionary> featureOf(const std::vector<InputTray>& trays) {
 }
 
 Ref<Dictionary> featureOf(const std::vector<DeviceAlert>& alerts) {
-  FeatureBuilder feature;
+  FeatureBuilder feature({"severity", "code", "description"});
   for (const DeviceAlert& alert : alerts) {
     feature.add(alert.identifier);
     feature.set("severity", textOrNilOf(alert.severity));
@@ -99,7 +103,7 @@ Ref<Dictionary> featureOf(const std::vector<DeviceAlert>& alerts) {
 }
 
 Ref<Dictionary> featureOf(const std::vector<InstallableOption>& options) {
-  FeatureBuilder feature;
+  FeatureBuilder feature({"text", "current", "choices"});
   for (const InstallableOption& option : options) {
     feature.add(option.keyword);
     feature.set("text", textOrNilOf(option.text));
@@ -234,14 +238,10 @@ Ref<Dictionary> LiveDeviceStatus::features() {
   model.set("deviceID", property(device().deviceID()));
   addFeature("model", humanReadableModelName(), model.build());
   addFeature("pageCount", pageCount(), Dictionary::create());
-  // A printer's parts, where there is one who tells.
   BackendTransport& backend = device().backend();
-  const auto addParts = [&table](std::string_view name, const auto& parts) {
-    if (!parts.empty()) table.set(name, featureOf(parts));
-  };
-  addParts("alerts", alertsOf(backend));
-  addParts("inputTrays", inputTraysOf(backend));
-  addParts("installableOptions", device().installableOptions());
+  table.set("alerts", featureOf(alertsOf(backend)));
+  table.set("inputTrays", featureOf(inputTraysOf(backend)));
+  table.set("installableOptions", featureOf(device().installableOptions()));
   return table.build();
 }
 

@@ -187,7 +187,8 @@ Ref<Dictionary> LiveSuppliesStatus::features() {
   table.set("supplies", feature.build());
   const QueueAttributes& attributes = device().queueAttributes();
   const auto known = attributes.find("marker-names");
-  if (known != attributes.end()) table.set("markers", markersFeature(known->second));
+  table.set("markers",
+            markersFeature(known != attributes.end() ? known->second : std::vector<std::string>()));
   return table.build();
 }
 

@@ -133,12 +133,20 @@ TEST_F(LiveDevice, IsAskedOnceForEachFact) {
   EXPECT_EQ(std::ranges::adjacent_find(requests), requests.end());
 }
 
+// The values of a property, for all of a feature's identifiers.
+Value propertyOf(const Value& service, const char* feature, const char* property) {
+  return ask(service, "valueForFeature:property:", {stringOf(feature), stringOf(property)});
+}
+
 TEST_F(LiveDevice, DescribesItselfByFeatures) {
   useAgent();
   device_.backend.deviceID = "MFG:Acme;MDL:M1;";
   const Value service = status();
-  EXPECT_TRUE(equal(ask(service, "supportedFeatures"),
-                    arrayOf({stringOf("state"), stringOf("model"), stringOf("pageCount")})));
+  EXPECT_TRUE(
+      equal(ask(service, "supportedFeatures"),
+            arrayOf({stringOf("state"), stringOf("model"), stringOf("pageCount"),
+                     stringOf("alerts"), stringOf("inputTrays"), stringOf("installableOptions")})));
+  EXPECT_TRUE(equal(propertyOf(service, "alerts", "code"), arrayOf({})));
   EXPECT_TRUE(equal(ask(service, "valueForFeature:", {stringOf("state")}), stringOf("idle")));
   EXPECT_TRUE(
       equal(ask(service, "valueForFeature:", {stringOf("pageCount")}), Number::integer(1234)));
@@ -158,11 +166,6 @@ TEST_F(LiveDevice, DescribesItselfByFeatures) {
   EXPECT_TRUE(equal(ask(service, "supportedPropertiesForFeature:", {stringOf("state")}),
                     arrayOf({stringOf("reasons"), stringOf("source")})));
   EXPECT_TRUE(ask(service, "identifiersForFeature:", {stringOf("state")}).isNil());
-}
-
-// The values of a property, for all of a feature's identifiers.
-Value propertyOf(const Value& service, const char* feature, const char* property) {
-  return ask(service, "valueForFeature:property:", {stringOf(feature), stringOf(property)});
 }
 
 TEST_F(LiveDevice, SaysWhoToldAboutItsState) {

@@ -174,7 +174,7 @@ TEST_F(LiveSupplies, AreDescribedByFeatures) {
   const Value supplies = stringOf("supplies");
   const Value level = stringOf("level");
   const Value identifiers = arrayOf({stringOf("1"), stringOf("2")});
-  EXPECT_TRUE(equal(ask(service, "supportedFeatures"), arrayOf({supplies})));
+  EXPECT_TRUE(equal(ask(service, "supportedFeatures"), arrayOf({supplies, stringOf("markers")})));
   EXPECT_TRUE(equal(ask(service, "valueForFeature:", {supplies}), identifiers));
   EXPECT_TRUE(equal(ask(service, "identifiersForFeature:", {supplies}), identifiers));
   EXPECT_TRUE(equal(ask(service, "valueForFeature:property:", {supplies, level}),

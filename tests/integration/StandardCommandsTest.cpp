@@ -122,13 +122,32 @@ TEST_F(StandardCommandsOverSocket, TakeBackAReasonThatNoLongerHolds) {
   EXPECT_EQ(queue.at("marker-levels"), "42,95,70");
 }
 
-TEST_F(StandardCommandsOverSocket, KeepToTheLastWordWhereTheSchedulerReportsToo) {
+// It does when the agent names its localization; its own count of a receptacle is how full it is.
+TEST_F(StandardCommandsOverSocket, LeaveTheLastWordToABackendThatReportsLevelsItself) {
   addQueue("");
-  startAgent(readFile(PrinterAgent::values()));
+  startAgent(readFile(PrinterAgent::values()) +
+             ".1.3.6.1.2.1.43.5.1.1.2.1 integer 1\n"
+             ".1.3.6.1.2.1.43.7.1.1.4.1.1 integer 106\n");
   const auto queue = report("ReportLevels");
   EXPECT_EQ(queue.at("marker-names"), "Black Cartridge,Cyan Cartridge,Waste Box");
-  EXPECT_EQ(countOf(queue.at("marker-levels")), 3U);
-  EXPECT_EQ(queue.at("printer-state-reasons"), "toner-low-report");
+  EXPECT_EQ(queue.at("marker-levels"), "42,3,30");
+  EXPECT_EQ(queue.at("marker-high-levels"), "100,100,100");
+  EXPECT_THAT(queue.at("printer-state-reasons"), HasSubstr("toner-low-report"));
+  EXPECT_THAT(log(), Contains(HasSubstr("Waste Box: 70 % room left")));
+}
+
+TEST_F(StandardCommandsOverSocket, TellNamesThatTheQueueHasOnlyOnce) {
+  startAgent(readFile(PrinterAgent::values()));
+  static_cast<void>(report("ReportLevels"));
+  static_cast<void>(report("ReportLevels"));
+  EXPECT_THAT(log(), Not(Contains(HasSubstr("marker-names"))));
+  // The scheduler keeps them in an attribute of its own, too, and would list that once more.
+  const std::string uri = "ipp://127.0.0.1:" + scheduler_.variable("PORT") + "/printers/queue";
+  const std::string all =
+      scheduler_.client({"ipptool", "-tv", uri, "get-printer-attributes.test"}).output;
+  const std::string name = "printer-supply-description (";
+  EXPECT_NE(all.find(name), std::string::npos) << all;
+  EXPECT_EQ(all.find(name), all.rfind(name));
 }
 
 TEST_F(StandardCommandsOverSocket, KeepTheQueueSaneWhenThePrinterLies) {
