@@ -122,18 +122,18 @@ TEST_F(StandardCommandsOverSocket, TakeBackAReasonThatNoLongerHolds) {
   EXPECT_EQ(queue.at("marker-levels"), "42,95,70");
 }
 
-// It does when the agent names its localization; its own count of a receptacle is how full it is.
+// It does when the agent names its localization. It counts how full a receptacle is.
 TEST_F(StandardCommandsOverSocket, LeaveTheLastWordToABackendThatReportsLevelsItself) {
   addQueue("");
-  startAgent(readFile(PrinterAgent::values()) +
+  startAgent(tableOf({{.level = 8}, {.level = -2}, {.supplyClass = 4, .type = 4, .level = 70}}) +
+             ".1.3.6.1.2.1.25.3.2.1.3.1 string Acme Press 9\n"
              ".1.3.6.1.2.1.43.5.1.1.2.1 integer 1\n"
              ".1.3.6.1.2.1.43.7.1.1.4.1.1 integer 106\n");
   const auto queue = report("ReportLevels");
-  EXPECT_EQ(queue.at("marker-names"), "Black Cartridge,Cyan Cartridge,Waste Box");
-  EXPECT_EQ(queue.at("marker-levels"), "42,3,30");
+  EXPECT_EQ(queue.at("marker-levels"), "8,-1,30");
   EXPECT_EQ(queue.at("marker-high-levels"), "100,100,100");
-  EXPECT_THAT(queue.at("printer-state-reasons"), HasSubstr("toner-low-report"));
-  EXPECT_THAT(log(), Contains(HasSubstr("Waste Box: 70 % room left")));
+  EXPECT_EQ(queue.at("printer-state-reasons"), "toner-low-report");
+  EXPECT_THAT(log(), Contains("Supply: 8 %, Supply: unknown, Supply: 70 % room left"));
 }
 
 TEST_F(StandardCommandsOverSocket, TellNamesThatTheQueueHasOnlyOnce) {
