@@ -125,15 +125,15 @@ TEST_F(StandardCommandsOverSocket, TakeBackAReasonThatNoLongerHolds) {
 // It does when the agent names its localization. It counts how full a receptacle is.
 TEST_F(StandardCommandsOverSocket, LeaveTheLastWordToABackendThatReportsLevelsItself) {
   addQueue("");
-  startAgent(tableOf({{.level = 8}, {.level = -2}, {.supplyClass = 4, .type = 4, .level = 70}}) +
-             ".1.3.6.1.2.1.25.3.2.1.3.1 string Acme Press 9\n"
+  startAgent(withLevel("1", "-2") +
              ".1.3.6.1.2.1.43.5.1.1.2.1 integer 1\n"
              ".1.3.6.1.2.1.43.7.1.1.4.1.1 integer 106\n");
   const auto queue = report("ReportLevels");
-  EXPECT_EQ(queue.at("marker-levels"), "8,-1,30");
+  EXPECT_EQ(queue.at("marker-levels"), "-1,3,30");
   EXPECT_EQ(queue.at("marker-high-levels"), "100,100,100");
-  EXPECT_EQ(queue.at("printer-state-reasons"), "toner-low-report");
-  EXPECT_THAT(log(), Contains("Supply: 8 %, Supply: unknown, Supply: 70 % room left"));
+  EXPECT_THAT(queue.at("printer-state-reasons"), HasSubstr("toner-low-report"));
+  EXPECT_THAT(log(), Contains("Black Cartridge: unknown, Cyan Cartridge: 3 %, Waste Box: 70 % "
+                              "room left"));
 }
 
 TEST_F(StandardCommandsOverSocket, TellNamesThatTheQueueHasOnlyOnce) {
