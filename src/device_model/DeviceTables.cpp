@@ -80,6 +80,7 @@ std::vector<InputTray> inputTraysOf(BackendTransport& backend) {
   const auto names = columnOf(backend, inputColumn(kInputName));
   const auto descriptions = columnOf(backend, inputColumn(kInputDescription));
   std::vector<InputTray> trays;
+  trays.reserve(types.size());
   for (const auto& [row, type] : types) {
     std::string name = textOfSNMPValue(valueIn(names, row));
     if (name.empty()) name = textOfSNMPValue(valueIn(descriptions, row));
@@ -94,6 +95,7 @@ std::vector<DeviceAlert> alertsOf(BackendTransport& backend) {
   const auto severities = columnOf(backend, alertColumn(kAlertSeverity));
   const auto descriptions = columnOf(backend, alertColumn(kAlertDescription));
   std::vector<DeviceAlert> alerts;
+  alerts.reserve(codes.size());
   for (const auto& [row, code] : codes) {
     alerts.push_back({std::to_string(row), severityWord(valueIn(severities, row)),
                       integerOfSNMPValue(code), textOfSNMPValue(valueIn(descriptions, row))});
