@@ -4,11 +4,11 @@ import re
 import textwrap
 
 # Blocks that are steps of the session; the markers of the first three stand in front of a block.
-STEPS = ("file", "append", "add", "run", "same")
+STEPS = ("file", "append", "add", "run", "same", "scheduler")
 # What else a block may be.
 OTHERS = ("output", "excerpt", "not run")
-# "same" has no block.
-WITHOUT_BLOCK = ("same",)
+# These have no block.
+WITHOUT_BLOCK = ("same", "scheduler")
 # The blocks with this language are the cases of tests of their own, in these documents.
 CASES = "examples"
 DOCUMENTS_WITH_CASES = ("language.md", "templates.md")
