@@ -105,6 +105,8 @@ TEST_F(OwnTemplates, OfTheExamplesAreClean) {
     ASSERT_TRUE(list) << path;
     const auto* configuration = castTo<Dictionary>(*list);
     if (configuration == nullptr || configuration->objectForKey("TemplateValues").isNil()) continue;
+    // It names classes of its plug-in, with which the test of the documents checks it.
+    if (path.ends_with("/order.plist")) continue;
     EXPECT_THAT(messagesAbout(*configuration), IsEmpty()) << path;
     ++templates;
   }
