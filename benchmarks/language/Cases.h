@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "Contender.h"
+#include "comparison/Contender.h"
 
 namespace commandfilter::benchmarks {
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Datum.h"
+#include "comparison/Datum.h"
 #include "runtime/Class.h"
-#include "runtime/Dictionary.h"
 #include "runtime/Object.h"
 #include "runtime/Protocol.h"
 #include "runtime/Ref.h"
@@ -10,9 +9,6 @@
 #include "template/status/ADMFeaturePathSource.h"
 
 namespace commandfilter::benchmarks {
-
-Value toValue(const Datum& datum);
-Datum toDatum(const Value& value);
 
 // A device as the engine sees it: feature paths lead through dictionaries.
 class DeviceService final : public Implements<Object, ADMFeaturePathSource> {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "DeviceService.h"
+#include "comparison/DatumValue.h"
 #include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "expression/ADMEvaluationProcessor.h"
 #include "runtime/Description.h"

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "Contender.h"
-#include "Datum.h"
+#include "comparison/Contender.h"
+#include "comparison/Datum.h"
 
 namespace commandfilter::benchmarks {
 

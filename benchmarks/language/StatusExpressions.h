@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Datum.h"
+#include "comparison/Datum.h"
 
 namespace commandfilter::benchmarks {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Datum.h"
+#include "comparison/Datum.h"
 
 namespace commandfilter::benchmarks {
 

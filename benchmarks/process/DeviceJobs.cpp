@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 

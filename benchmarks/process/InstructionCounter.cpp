@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 

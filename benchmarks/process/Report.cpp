@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 

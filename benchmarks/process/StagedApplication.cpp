@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 

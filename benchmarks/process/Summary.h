@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "PairedMeasurement.h"
-#include "Statistics.h"
+#include "harness/Statistics.h"
 
 namespace commandfilter::benchmarks {
 

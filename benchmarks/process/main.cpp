@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <sstream>
@@ -22,9 +21,10 @@
 #include "LoadedObjects.h"
 #include "PairedMeasurement.h"
 #include "Report.h"
-#include "ScratchFolder.h"
 #include "StagedApplication.h"
 #include "Summary.h"
+#include "harness/Program.h"
+#include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 
@@ -32,8 +32,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kExitExceeded = 1;
-constexpr int kExitFailed = 2;
 constexpr int kLeastRounds = 100;
 constexpr char kHeader[] = "#CUPS-COMMAND\n";
 constexpr char kUnknownCommand[] = "NoPlugInAnswersThisCommand";
@@ -367,7 +365,7 @@ int run(const Options& options) {
   if (!options.json.empty()) writeJson(report, options.json);
   const bool failed = std::any_of(report.limits.begin(), report.limits.end(),
                                   [](const LimitCheck& check) { return check.fails(); });
-  return options.reach && failed ? kExitExceeded : 0;
+  return options.reach && failed ? kExitMissed : 0;
 }
 
 }  // namespace
@@ -375,17 +373,9 @@ int run(const Options& options) {
 }  // namespace commandfilter::benchmarks
 
 int main(int argc, char** argv) {
-  namespace benchmarks = commandfilter::benchmarks;
-  CLI::App app("Whole processes, from exec to exit: the command filter beside its peers");
-  try {
-    benchmarks::Options options;
-    benchmarks::addOptions(app, options);
-    app.parse(argc, argv);
-    return benchmarks::run(options);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : benchmarks::kExitFailed;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "process_benchmark: FAILED, no figures: %s\n", error.what());
-    return benchmarks::kExitFailed;
-  }
+  using namespace commandfilter::benchmarks;  // NOLINT(google-build-using-namespace)
+  Options options;
+  return runProgram(
+      argc, argv, "Whole processes, from exec to exit: the product's programs beside their peers",
+      [&](CLI::App& app) { addOptions(app, options); }, [&] { return run(options); });
 }

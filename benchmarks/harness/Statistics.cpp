@@ -1,4 +1,4 @@
-#include "Statistics.h"
+#include "harness/Statistics.h"
 
 #include <algorithm>
 #include <cstddef>

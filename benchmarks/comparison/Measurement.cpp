@@ -1,19 +1,17 @@
-#include "Measurement.h"
+#include "comparison/Measurement.h"
 
 #include <time.h>
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 #include <vector>
 
-#include "Allocations.h"
+#include "comparison/Allocations.h"
 
 namespace commandfilter::benchmarks {
 
 namespace {
 
-constexpr std::size_t kCount = 3;
 constexpr std::size_t kLeastRounds = 7;
 constexpr double kLongestMilliseconds = 4000;
 
@@ -67,22 +65,23 @@ std::size_t timesToFill(Contender& contender, double nanoseconds) {
 Row measure(const Case& work, const Effort& effort) {
   const Contenders contenders = work.make();
   requireEqual(work.name, "Lua", contenders.lua->result(), contenders.ours->result());
-  requireEqual(work.name, "C++", contenders.plain->result(), contenders.ours->result());
-
-  const std::array<Contender*, kCount> all{contenders.ours.get(), contenders.lua.get(),
-                                           contenders.plain.get()};
-  std::array<std::size_t, kCount> times{};
-  std::array<std::vector<double>, kCount> samples;
+  std::vector<Contender*> all{contenders.ours.get(), contenders.lua.get()};
+  if (contenders.plain) {
+    requireEqual(work.name, "C++", contenders.plain->result(), contenders.ours->result());
+    all.push_back(contenders.plain.get());
+  }
+  std::vector<std::size_t> times(all.size());
+  std::vector<std::vector<double>> samples(all.size());
   double roundMilliseconds = 0;
-  for (std::size_t i = 0; i < kCount; ++i) {
+  for (std::size_t i = 0; i < all.size(); ++i) {
     times[i] = timesToFill(*all[i], effort.millisecondsEach * 1e6);
     roundMilliseconds += timeOf(*all[i], times[i]) / 1e6;
   }
   const auto affordable = static_cast<std::size_t>(kLongestMilliseconds / roundMilliseconds);
   const std::size_t rounds = std::clamp(affordable, kLeastRounds, effort.rounds);
   for (std::size_t round = 0; round < rounds; ++round) {
-    for (std::size_t i = 0; i < kCount; ++i) {
-      const std::size_t place = (round + i) % kCount;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      const std::size_t place = (round + i) % all.size();
       samples[place].push_back(timeOf(*all[place], times[place]) /
                                static_cast<double>(times[place]));
     }
@@ -90,13 +89,14 @@ Row measure(const Case& work, const Effort& effort) {
   const auto cost = [&](std::size_t place) {
     return Cost{quartiles(samples[place]).median, allocationsOf(*all[place], times[place])};
   };
-  return {work.name,
-          work.limit,
-          cost(0),
-          cost(1),
-          cost(2),
-          pairedRatios(samples[0], samples[1]),
-          pairedRatios(samples[0], samples[2])};
+  Row row{work.name,   work.limit,   cost(0),
+          cost(1),     std::nullopt, pairedRatios(samples[0], samples[1]),
+          std::nullopt};
+  if (contenders.plain) {
+    row.plain = cost(2);
+    row.ratioToPlain = pairedRatios(samples[0], samples[2]);
+  }
+  return row;
 }
 
 }  // namespace commandfilter::benchmarks

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "Measurement.h"
+#include "comparison/Measurement.h"
 
 namespace commandfilter::benchmarks {
 

@@ -1,4 +1,4 @@
-#include "ScratchFolder.h"
+#include "harness/ScratchFolder.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -9,7 +9,7 @@
 namespace commandfilter::benchmarks {
 
 ScratchFolder::ScratchFolder() {
-  std::string name = std::filesystem::temp_directory_path() / "process_benchmark.XXXXXX";
+  std::string name = std::filesystem::temp_directory_path() / "benchmark.XXXXXX";
   if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make " + name);
   // What the programs see of themselves is a resolved path.
   path_ = std::filesystem::canonical(name);

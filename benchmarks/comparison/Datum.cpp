@@ -1,4 +1,4 @@
-#include "Datum.h"
+#include "comparison/Datum.h"
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "Datum.h"
+#include "comparison/Datum.h"
 
 namespace commandfilter::benchmarks {
 
@@ -60,6 +60,7 @@ std::unique_ptr<Contender> plainContender(Work work) {
 struct Contenders {
   std::unique_ptr<Contender> ours;
   std::unique_ptr<Contender> lua;
+  // C++ written for the task, or nothing.
   std::unique_ptr<Contender> plain;
 };
 

@@ -1,10 +1,12 @@
-#include "Report.h"
+#include "comparison/ComparisonReport.h"
 
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
+#include <string>
 
 namespace commandfilter::benchmarks {
 
@@ -36,6 +38,18 @@ Json json(const Quartiles& value) {
   return {{"first", value.first}, {"median", value.median}, {"third", value.third}};
 }
 
+template <typename T>
+Json json(const std::optional<T>& value) {
+  return value ? json(*value) : Json(nullptr);
+}
+
+std::string text(const std::optional<double>& value, int precision) {
+  if (!value) return "-";
+  char buffer[32];
+  std::snprintf(buffer, sizeof buffer, "%.*f", precision, *value);
+  return buffer;
+}
+
 Json json(const Row& row) {
   return {{"name", row.name},
           {"ours", json(row.ours)},
@@ -58,16 +72,17 @@ void printHeader() {
 }
 
 void print(const Row& row) {
-  std::printf("%-*s %12.1f %12.1f %12.1f %10.1f %9.1f %9.1f %8.3f %7.3f-%7.3f %8.2f ", kNameWidth,
-              row.name.c_str(), row.ours.nanoseconds, row.lua.nanoseconds, row.plain.nanoseconds,
-              row.ours.allocations, row.lua.allocations, row.plain.allocations,
-              row.ratioToLua.median, row.ratioToLua.first, row.ratioToLua.third,
-              row.ratioToPlain.median);
-  if (row.limit) {
-    std::printf("%6.2f  ", *row.limit);
-  } else {
-    std::printf("%6s  ", "-");
-  }
+  std::optional<double> plainTime;
+  std::optional<double> plainAllocations;
+  std::optional<double> ratioToPlain;
+  if (row.plain) plainTime = row.plain->nanoseconds;
+  if (row.plain) plainAllocations = row.plain->allocations;
+  if (row.ratioToPlain) ratioToPlain = row.ratioToPlain->median;
+  std::printf("%-*s %12.1f %12.1f %12s %10.1f %9.1f %9s %8.3f %7.3f-%7.3f %8s %6s  ", kNameWidth,
+              row.name.c_str(), row.ours.nanoseconds, row.lua.nanoseconds,
+              text(plainTime, 1).c_str(), row.ours.allocations, row.lua.allocations,
+              text(plainAllocations, 1).c_str(), row.ratioToLua.median, row.ratioToLua.first,
+              row.ratioToLua.third, text(ratioToPlain, 2).c_str(), text(row.limit, 2).c_str());
   std::printf("%s\n", text(row.verdict()));
   std::fflush(stdout);
 }

@@ -1,4 +1,4 @@
-#include "Allocations.h"
+#include "comparison/Allocations.h"
 
 #include <cstdlib>
 #include <new>

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "Contender.h"
-#include "Statistics.h"
+#include "comparison/Contender.h"
+#include "harness/Statistics.h"
 
 namespace commandfilter::benchmarks {
 
@@ -29,10 +29,10 @@ struct Row {
   std::optional<double> limit;
   Cost ours;
   Cost lua;
-  Cost plain;
+  std::optional<Cost> plain;
   // The ratios are those of the rounds: what disturbs a round disturbs all of it.
   Quartiles ratioToLua;
-  Quartiles ratioToPlain;
+  std::optional<Quartiles> ratioToPlain;
 
   // Missed by more than noise: even the better quarter of the rounds is above the limit.
   Verdict verdict() const;

@@ -1,0 +1,82 @@
+#include "comparison/ComparisonProgram.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+#include "comparison/ComparisonReport.h"
+#include "comparison/Measurement.h"
+#include "harness/Program.h"
+
+namespace commandfilter::benchmarks {
+
+namespace {
+
+struct Options {
+  Effort effort{41, 2};
+  std::string only;
+  std::filesystem::path json;
+  double engineSeconds = 0;
+  double luaSeconds = 0;
+  bool reach = false;
+};
+
+void addOptions(CLI::App& app, Options& options) {
+  app.add_option("--rounds", options.effort.rounds,
+                 "Rounds at most; work that takes long has fewer")
+      ->check(CLI::Range(7, 100000));
+  app.add_option("--milliseconds", options.effort.millisecondsEach,
+                 "How long each program works in a round")
+      ->check(CLI::Range(0.01, 1000.0));
+  app.add_option("--only", options.only, "Only the rows whose name has this text");
+  app.add_option("--json", options.json, "Also write the figures to this file");
+  app.add_option("--engine-only", options.engineSeconds,
+                 "Only run the engine, so many seconds a row, for a profiler to look at");
+  app.add_option("--lua-only", options.luaSeconds, "The same with Lua");
+  app.add_flag("--reach", options.reach, "Exit with 1 when a limit is missed by more than noise");
+}
+
+void runFor(Contender& contender, double seconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  constexpr double kSlice = 1e6;
+  const std::size_t times = timesToFill(contender, kSlice);
+  while (std::chrono::steady_clock::now() < end) contender.run(times);
+}
+
+int run(const Options& options, const std::vector<Case>& cases) {
+  std::vector<Case> chosen;
+  std::ranges::copy_if(cases, std::back_inserter(chosen), [&options](const Case& each) {
+    return each.name.find(options.only) != std::string::npos;
+  });
+  if (options.engineSeconds > 0 || options.luaSeconds > 0) {
+    for (const Case& each : chosen) {
+      const Contenders contenders = each.make();
+      if (options.engineSeconds > 0) runFor(*contenders.ours, options.engineSeconds);
+      if (options.luaSeconds > 0) runFor(*contenders.lua, options.luaSeconds);
+    }
+    return 0;
+  }
+  std::vector<Row> rows;
+  printHeader();
+  for (const Case& each : chosen) {
+    rows.push_back(measure(each, options.effort));
+    print(rows.back());
+  }
+  if (!options.json.empty()) writeJson(rows, options.json);
+  const bool missed =
+      std::ranges::any_of(rows, [](const Row& row) { return row.verdict() == Verdict::Missed; });
+  return options.reach && missed ? kExitMissed : 0;
+}
+
+}  // namespace
+
+int runComparison(int argc, char** argv, const std::string& description,
+                  const std::vector<Case>& cases) {
+  Options options;
+  return runProgram(
+      argc, argv, description, [&](CLI::App& app) { addOptions(app, options); },
+      [&] { return run(options, cases); });
+}
+
+}  // namespace commandfilter::benchmarks
