@@ -20,6 +20,19 @@ if(COMMANDFILTER_SANITIZE)
   add_link_options(-fsanitize=${COMMANDFILTER_SANITIZE})
 endif()
 
+# Relocating libstdc++ costs more than the rest of a short process: its thousands of symbols are looked
+# up one by one. Linked in, what is used of it needs no look-up at all. Nothing of it is exported, so
+# a plug-in that brings the shared one along gets that. Exceptions pass between the two: they
+# compare types by name, and both unwind with the one shared libgcc.
+function(embed_cxx_runtime)
+  if(COMMANDFILTER_EMBED_CXX_RUNTIME)
+    foreach(target IN LISTS ARGN)
+      target_link_options(${target} PRIVATE -static-libstdc++ -shared-libgcc
+                          -Wl,--exclude-libs,libstdc++.a -Wl,--gc-sections)
+    endforeach()
+  endif()
+endfunction()
+
 if(COMMANDFILTER_COVERAGE)
   add_compile_options(--coverage)
   add_link_options(--coverage)

@@ -2,8 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 
 #include "comparison/ComparisonReport.h"
 #include "comparison/Measurement.h"
@@ -17,8 +18,8 @@ struct Options {
   Effort effort{41, 2};
   std::string only;
   std::filesystem::path json;
-  double engineSeconds = 0;
-  double luaSeconds = 0;
+  std::size_t engineTimes = 0;
+  std::size_t luaTimes = 0;
   bool reach = false;
 };
 
@@ -31,17 +32,10 @@ void addOptions(CLI::App& app, Options& options) {
       ->check(CLI::Range(0.01, 1000.0));
   app.add_option("--only", options.only, "Only the rows whose name has this text");
   app.add_option("--json", options.json, "Also write the figures to this file");
-  app.add_option("--engine-only", options.engineSeconds,
-                 "Only run the engine, so many seconds a row, for a profiler to look at");
-  app.add_option("--lua-only", options.luaSeconds, "The same with Lua");
+  app.add_option("--engine-only", options.engineTimes,
+                 "Only run the engine, so many times a row, for a profiler to look at");
+  app.add_option("--lua-only", options.luaTimes, "The same with Lua");
   app.add_flag("--reach", options.reach, "Exit with 1 when a limit is missed by more than noise");
-}
-
-void runFor(Contender& contender, double seconds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-  constexpr double kSlice = 1e6;
-  const std::size_t times = timesToFill(contender, kSlice);
-  while (std::chrono::steady_clock::now() < end) contender.run(times);
 }
 
 int run(const Options& options, const std::vector<Case>& cases) {
@@ -49,11 +43,11 @@ int run(const Options& options, const std::vector<Case>& cases) {
   std::ranges::copy_if(cases, std::back_inserter(chosen), [&options](const Case& each) {
     return each.name.find(options.only) != std::string::npos;
   });
-  if (options.engineSeconds > 0 || options.luaSeconds > 0) {
+  if (options.engineTimes > 0 || options.luaTimes > 0) {
     for (const Case& each : chosen) {
       const Contenders contenders = each.make();
-      if (options.engineSeconds > 0) runFor(*contenders.ours, options.engineSeconds);
-      if (options.luaSeconds > 0) runFor(*contenders.lua, options.luaSeconds);
+      if (options.engineTimes > 0) contenders.ours->run(options.engineTimes);
+      if (options.luaTimes > 0) contenders.lua->run(options.luaTimes);
     }
     return 0;
   }

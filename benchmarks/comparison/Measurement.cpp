@@ -41,15 +41,7 @@ void requireEqual(const std::string& name, const char* who, Datum theirs, Datum 
                            describe(ours));
 }
 
-}  // namespace
-
-Verdict Row::verdict() const {
-  if (!limit) return Verdict::Informs;
-  if (ratioToLua.median <= *limit) return Verdict::Reached;
-  return ratioToLua.first <= *limit ? Verdict::WithinNoise : Verdict::Missed;
-}
-
-// Found by doubling, which warms the caches as well.
+// How many operations fill the time. Found by doubling, which warms the caches as well.
 std::size_t timesToFill(Contender& contender, double nanoseconds) {
   std::size_t times = 1;
   while (true) {
@@ -60,6 +52,14 @@ std::size_t timesToFill(Contender& contender, double nanoseconds) {
     }
     times *= 2;
   }
+}
+
+}  // namespace
+
+Verdict Row::verdict() const {
+  if (!limit) return Verdict::Informs;
+  if (ratioToLua.median <= *limit) return Verdict::Reached;
+  return ratioToLua.first <= *limit ? Verdict::WithinNoise : Verdict::Missed;
 }
 
 Row measure(const Case& work, const Effort& effort) {

@@ -38,9 +38,6 @@ struct Row {
   Verdict verdict() const;
 };
 
-// How many operations fill the time.
-std::size_t timesToFill(Contender& contender, double nanoseconds);
-
 // Measures a case: all contenders in every round, each time in another order. The time is that of
 // the processor, so that other programs take none of it.
 // @throws std::runtime_error when the results differ.

@@ -4,15 +4,18 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "comparison/Contender.h"
 
 namespace commandfilter::benchmarks {
 
-// The device as a Lua data file, and the template as a Lua program over it.
+// The device as a Lua data file, and the template as one or as a program of its own.
 struct LuaFiles {
-  std::filesystem::path configuration;
   std::filesystem::path device;
+  std::filesystem::path configuration;
+  // The template engine; empty for a program that needs none.
+  std::string engine;
 };
 
 // Loads and runs both files in an interpreter that is there already, and computes all values.
@@ -25,7 +28,7 @@ std::unique_ptr<Contender> luaReading(const LuaFiles& files);
 // Computes all values again in a new session.
 std::unique_ptr<Contender> luaWarm(const LuaFiles& files);
 
-// Compiles the program, which is in memory. The result is the number that it is given.
-std::unique_ptr<Contender> luaCompilationOf(const std::string& program, std::int64_t expressions);
+// Compiles chunks, which are in memory. The result is the number that it is given.
+std::unique_ptr<Contender> luaCompilationOf(std::vector<std::string> chunks, std::int64_t result);
 
 }  // namespace commandfilter::benchmarks

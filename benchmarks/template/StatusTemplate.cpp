@@ -1,5 +1,6 @@
 #include "StatusTemplate.h"
 
+#include <regex>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -19,7 +20,8 @@ class Author {
  public:
   void constant(const std::string& name, const std::string& expression, const std::string& lua) {
     constants_.emplace_back(name, expression);
-    lua_.append("local " + name + " = " + lua + "\n");
+    expressions_.push_back(lua);
+    addText("local " + name + " = " + lua + "\n");
   }
   void constant(const std::string& name, const std::string& expression) {
     constant(name, expression, expression);
@@ -28,19 +30,24 @@ class Author {
   void macro(const std::string& name, const std::string& expression, const std::string& parameter,
              const std::string& lua) {
     macros_.emplace_back(name, expression);
-    lua_.append("local function " + name + "(" + parameter + ") return " + lua + " end\n");
+    expressions_.push_back(lua);
+    addText("local function " + name + "(" + parameter + ") return " + lua + " end\n");
   }
 
-  void plainText(const std::string& lua) { lua_.append(lua); }
+  // Text that both Lua programs have.
+  void addText(const std::string& lua) {
+    program_.append(lua);
+    description_.append(withFeatureCalls(lua));
+  }
+  void beginValues() { description_.append("return {\n"); }
 
   // A value that asks the printer's features.
   void value(const std::string& key, Datum expression, const std::string& lua) {
-    describe(key, {{"ServiceName", "Printer"}, {"Value", std::move(expression)}}, "return " + lua);
+    describe(key, {{"ServiceName", "Printer"}, {"Value", std::move(expression)}}, lua);
   }
   // A value that asks for the printer's supplies by messages.
   void supplies(const std::string& key, Datum expression, const std::string& lua) {
-    describe(key, {{"ServiceName", "DMFSuppliesStatus"}, {"Value", std::move(expression)}},
-             "return " + lua);
+    describe(key, {{"ServiceName", "DMFSuppliesStatus"}, {"Value", std::move(expression)}}, lua);
   }
   // A list of all supplies, or of those that pass the filter.
   void list(const std::string& key, Datum expression, const std::string& lua,
@@ -51,11 +58,21 @@ class Author {
                            {"Value", std::move(expression)}};
     if (!filter.empty()) description.emplace_back("Filter", filter);
     if (!acceptsEmpty) description.emplace_back("AcceptsEmptyArray", "NO");
+    values_.emplace_back(key, std::move(description));
     const std::string append = "list[#list + 1] = " + lua;
-    describe(key, std::move(description),
-             "local list = {} for i = 1, #identifiers do local id = identifiers[i] " +
-                 (luaFilter.empty() ? append : "if " + luaFilter + " then " + append + " end") +
-                 " end return " + (acceptsEmpty ? "list" : "#list > 0 and list or nil"));
+    program_.append("function values." + key + "(session) local list = {} " +
+                    "for i = 1, #identifiers do local id = identifiers[i] " +
+                    (luaFilter.empty() ? append : "if " + luaFilter + " then " + append + " end") +
+                    " end return " + (acceptsEmpty ? "list" : "#list > 0 and list or nil") +
+                    " end\n");
+    const std::string start = " = function(session, id, i) return ";
+    description_.append(key + " = {range = function() return identifiers end, value" + start + lua +
+                        " end");
+    if (!luaFilter.empty()) description_.append(", filter" + start + luaFilter + " end");
+    description_.append(acceptsEmpty ? "},\n" : ", forbidsEmpty = true},\n");
+    for (const std::string& each : {std::string("identifiers"), lua, luaFilter}) {
+      if (!each.empty()) expressions_.push_back(each);
+    }
   }
 
   StatusTemplate take() {
@@ -67,19 +84,34 @@ class Author {
     return {Datum::Map{{"TemplateConstants", std::move(constants_)},
                        {"TemplateMacroses", std::move(macros_)},
                        {"TemplateValues", std::move(values_)}},
-            std::move(lua_)};
+            description_ + "}\n", std::move(program_), std::move(expressions_)};
   }
 
+  void addToProgram(std::string_view lua) { program_.append(lua); }
+
  private:
-  void describe(const std::string& key, Datum::Map description, const std::string& body) {
+  // Features are looked up with a function, which finds nil where there is none.
+  static std::string withFeatureCalls(const std::string& lua) {
+    static const std::regex keyed(R"x(\b(Supplies|Trays)\.(\w+)(?:\.(\w+)|\["(\d)"\]))x");
+    static const std::regex plain(R"(\bDevice\.(\w+))");
+    return std::regex_replace(std::regex_replace(lua, keyed, R"(feature("$1", "$2", "$3$4"))"),
+                              plain, R"(feature("Device", "$1"))");
+  }
+
+  void describe(const std::string& key, Datum::Map description, const std::string& lua) {
     values_.emplace_back(key, std::move(description));
-    lua_.append("function values." + key + "(session) " + body + " end\n");
+    program_.append("function values." + key + "(session) return " + lua + " end\n");
+    const std::string calling = withFeatureCalls(lua);
+    description_.append(key + " = {value = function(session) return " + calling + " end},\n");
+    expressions_.push_back(calling);
   }
 
   Datum::Map constants_;
   Datum::Map macros_;
   Datum::Map values_;
-  std::string lua_;
+  std::string description_ = "local device, feature = ...\n";
+  std::string program_ = "local device = ...\n";
+  std::vector<std::string> expressions_;
 };
 
 void writeConstants(Author& author) {
@@ -137,12 +169,10 @@ void writeConstants(Author& author) {
 }
 
 // What the Lua program finds in the device once, when it is loaded.
-constexpr std::string_view kLuaStart = R"(local device = ...
-local Device, Supplies, Trays = device.Device, device.Supplies, device.Trays
-local identifiers, level = device.suppliesIdentifiers, device["supplyLevelForIdentifier:"]
+constexpr std::string_view kLuaStart =
+    R"(local identifiers, level = device.suppliesIdentifiers, device["supplyLevelForIdentifier:"]
 local colorName = device["supplyColorNameForIdentifier:"]
 local name = device["supplyNameForIdentifier:"]
-local values = {}
 local function translate(number, texts)
   local list = {}
   for i = 1, #texts do
@@ -177,7 +207,12 @@ local function maximum(list, value)
 end
 )";
 
-constexpr std::string_view kLuaEnd = R"(
+constexpr std::string_view kProgramStart = R"(
+local Device, Supplies, Trays = device.Device, device.Supplies, device.Trays
+local values = {}
+)";
+
+constexpr std::string_view kProgramEnd = R"(
 local compute = {__index = function(session, key)
   local value = values[key](session)
   session[key] = value
@@ -259,7 +294,7 @@ void writeLists(Author& author) {
   author.list("Replace", "$TextReplace + _Name() + $TextSoon",
               "TextReplace .. Name(id) .. TextSoon", "@supplyLevelForIdentifier: lt $Empty",
               "level[id] < Empty", false);
-  author.list("Colors", "@element", "id", "_Contains($ColorNames, @element)", "ColorNames[id]");
+  author.list("Colors", "@element", "id", "_Contains($ColorNames, @element)", "ColorNames[id] ~= nil");
 
   author.supplies("Count", "_GetSize(@suppliesIdentifiers)", "#identifiers");
   author.supplies("ByLevel", "_Sort(@suppliesIdentifiers, @supplyLevelForIdentifier:)",
@@ -340,15 +375,77 @@ void appendExpressions(const Datum& datum, std::vector<std::string>& expressions
 
 StatusTemplate statusTemplate() {
   Author author;
-  author.plainText(std::string(kLuaStart));
+  author.addText(std::string(kLuaStart));
+  author.addToProgram(kProgramStart);
   writeConstants(author);
   writeMacros(author);
+  author.beginValues();
   writeSupplies(author);
   writeLists(author);
   writeTrays(author);
   writeDevice(author);
-  author.plainText(std::string(kLuaEnd));
+  author.addToProgram(kProgramEnd);
   return author.take();
+}
+
+std::string luaEngine() {
+  return R"(
+local NONE = {}
+local function compute(session, description)
+  local value, range, filter = description.value, description.range, description.filter
+  if not range then
+    if filter and filter(session) == false then return nil end
+    return value(session)
+  end
+  local elements = range(session)
+  if elements == nil then return nil end
+  local list, count = {}, 0
+  for i = 1, #elements do
+    local element = elements[i]
+    if not filter or filter(session, element, i) ~= false then
+      local found = value(session, element, i)
+      if found ~= nil then
+        count = count + 1
+        list[count] = found
+      end
+    end
+  end
+  if count == 0 and description.forbidsEmpty then return nil end
+  return list
+end
+return function(device, load)
+  local function feature(name, property, identifier)
+    local found = device[name]
+    found = found and found[property]
+    if found == nil or identifier == nil then return found end
+    return found[identifier]
+  end
+  local values = load(device, feature)
+  return function()
+    local known, errors = {}, {}
+    local session = setmetatable({}, {__index = function(self, key)
+      local value = known[key]
+      if value == nil then
+        local description = values[key]
+        if not description then return nil end
+        local done, result = pcall(compute, self, description)
+        if done then
+          value = result
+        else
+          errors[key] = result
+        end
+        if value == nil then value = NONE end
+        known[key] = value
+      end
+      if value == NONE then return nil end
+      return value
+    end})
+    local info = {}
+    for key in pairs(values) do info[key] = session[key] end
+    return info, errors
+  end
+end
+)";
 }
 
 std::vector<std::string> expressionsOf(const Datum& description) {

@@ -11,11 +11,23 @@ namespace commandfilter::benchmarks {
 struct StatusTemplate {
   // For the engine.
   Datum description;
-  // A Lua chunk that takes the device and gives a function, which computes all values and gives
-  // them by key. Constants and macros are locals; values that others name are computed once.
-  std::string lua;
+  // The same for a template engine in Lua: a chunk that takes the device and the function that
+  // looks a feature up, and gives descriptions of values, whose expressions are functions.
+  std::string luaDescription;
+  // A Lua program for this one template, which finds everything in the device itself: a chunk that
+  // takes the device and gives a function, which computes all values. There is no feature that is
+  // missing, and an error would end it.
+  std::string luaProgram;
+  // The expressions in Lua, where each is one.
+  std::vector<std::string> luaExpressions;
 };
 StatusTemplate statusTemplate();
+
+// The template engine in Lua: a chunk that gives a function, which takes the device and a
+// description and gives a function, which computes all values in a new session. As with the engine,
+// a feature that does not exist is nil, a value is computed once in a session, nil included, and an
+// error costs the value that it is in.
+std::string luaEngine();
 
 // Every expression of the template, those of constants and macros included.
 std::vector<std::string> expressionsOf(const Datum& description);

@@ -21,40 +21,62 @@ namespace commandfilter::benchmarks {
 
 namespace {
 
+std::vector<std::string> asChunks(std::vector<std::string> expressions) {
+  for (std::string& expression : expressions) expression.insert(0, "return ");
+  return expressions;
+}
+
 std::vector<Case> casesIn(const ScratchFolder& folder) {
   const StatusTemplate configuration = statusTemplate();
   const StatusDevice device = statusDevice();
   const std::vector<std::string> expressions = expressionsOf(configuration.description);
+  const auto count = static_cast<std::int64_t>(expressions.size());
   const TemplateFiles files{
       folder.write("template.plist", propertyListOf(configuration.description)),
       folder.write("device.plist", propertyListOf(deviceDescription(device)))};
-  const LuaFiles luaFiles{folder.write("template.lua", configuration.lua),
-                          folder.write("device.lua", "return " + luaOf(luaDevice(device)))};
+  const auto luaDeviceFile = folder.write("device.lua", "return " + luaOf(luaDevice(device)));
+  const LuaFiles luaTemplate{
+      luaDeviceFile, folder.write("template.lua", configuration.luaDescription), luaEngine()};
+  const LuaFiles program{luaDeviceFile, folder.write("program.lua", configuration.luaProgram), {}};
+  // Rows without a limit show a part, or the engine beside a Lua program for this one template,
+  // which does without most of what an engine has to care for.
   return {
-      {"compile all expressions", 0.14,
+      {"compile all expressions, one by one", 0.14,
        [=] {
-         return Contenders{
-             engineCompilationOf(expressions),
-             luaCompilationOf(configuration.lua, static_cast<std::int64_t>(expressions.size())),
-             nullptr};
+         return Contenders{engineCompilationOf(expressions),
+                           luaCompilationOf(asChunks(configuration.luaExpressions), count),
+                           nullptr};
+       }},
+      {"compile all expressions, Lua's as one", std::nullopt,
+       [=] {
+         return Contenders{engineCompilationOf(expressions),
+                           luaCompilationOf({configuration.luaDescription}, count), nullptr};
        }},
       {"warm: a new session", 0.50,
        [=] {
-         return Contenders{engineWarm(files, false), luaWarm(luaFiles), nullptr};
+         return Contenders{engineWarm(files, false), luaWarm(luaTemplate), nullptr};
+       }},
+      {"warm, beside a program for it", std::nullopt,
+       [=] {
+         return Contenders{engineWarm(files, false), luaWarm(program), nullptr};
        }},
       {"warm, and the device is asked anew", std::nullopt,
        [=] {
-         return Contenders{engineWarm(files, true), luaWarm(luaFiles), nullptr};
+         return Contenders{engineWarm(files, true), luaWarm(luaTemplate), nullptr};
        }},
       // What stands under C++ is libplist alone.
-      {"read the files of both (C++: libplist alone)", std::nullopt,
+      {"read the files (C++: libplist alone)", std::nullopt,
        [=] {
-         return Contenders{engineReading(files), luaReading(luaFiles),
+         return Contenders{engineReading(files), luaReading(luaTemplate),
                            libraryParsing({files.device, files.configuration})};
        }},
       {"cold: from the files to all values", 0.45,
        [=] {
-         return Contenders{engineCold(files), luaCold(luaFiles), nullptr};
+         return Contenders{engineCold(files), luaCold(luaTemplate), nullptr};
+       }},
+      {"cold, beside a program for it", std::nullopt,
+       [=] {
+         return Contenders{engineCold(files), luaCold(program), nullptr};
        }},
   };
 }

@@ -93,7 +93,7 @@ std::string uriOf(const std::string& device) {
 
 // The framework stands beside the filter; both are installed below one prefix.
 ADMCoreFactory loadDeviceModel() {
-  const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe");
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
   const std::string path = (program.parent_path().parent_path() /
                             "lib/commandfilter/CommandFilter.app/Contents/Frameworks/"
                             "VemoDeviceModel.bundle")
