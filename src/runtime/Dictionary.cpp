@@ -73,21 +73,19 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, std::str
   return entry != nullptr ? entry->value : kNil;
 }
 
-// The same, at once for a text in few entries, which is what nearly every look-up is about.
+// The same, at once for a text, which is what nearly every look-up is about.
 const Value& lookUp(const Entries& entries, const Index& index, const Value& key) {
-  if (!index.empty() || !key.isKind(ObjectKind::String)) return valueForKey(entries, index, key);
+  if (!key.isKind(ObjectKind::String)) return valueForKey(entries, index, key);
   const auto& text = static_cast<const String&>(*key.object());
   const std::size_t hash = text.hash();
-  for (const DictionaryEntry& entry : entries) {
-    if (entry.hash != hash) continue;
-    if (entry.key.object() == &text) return entry.value;
-    const bool isSame =
-        entry.key.isKind(ObjectKind::String)
-            ? sameText(static_cast<const String&>(*entry.key.object()).view(), text.view())
-            : equal(entry.key, key);
-    if (isSame) return entry.value;
-  }
-  return kNil;
+  const auto isSame = [&](const Value& candidate) {
+    if (candidate.object() == &text) return true;
+    return candidate.isKind(ObjectKind::String)
+               ? sameText(static_cast<const String&>(*candidate.object()).view(), text.view())
+               : equal(candidate, key);
+  };
+  const DictionaryEntry* entry = find(entries, index, hash, isSame);
+  return entry != nullptr ? entry->value : kNil;
 }
 
 // Enters the place of an entry along the probe sequence of its hash.

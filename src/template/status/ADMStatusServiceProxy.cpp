@@ -10,7 +10,7 @@
 #include "runtime/Exception.h"
 #include "runtime/Send.h"
 #include "runtime/SizeLimits.h"
-#include "template/status/RecentKeys.h"
+#include "template/status/RecentQuestions.h"
 
 namespace commandfilter {
 
@@ -23,7 +23,6 @@ constexpr std::array kProxyMethods{
     method<&ADMStatusServiceProxy::cache>("cache"),
 };
 
-constexpr std::string_view kObjectType = "@";
 // The receiver and the selector come before a message's own arguments.
 constexpr std::size_t kHidden = 2;
 
@@ -97,11 +96,11 @@ Value ADMStatusServiceProxy::rememberedKey(const void* message, std::array<Value
                                            Make&& makeKey) const {
   // Many proxies are asked only one question.
   if (!std::exchange(wasAsked_, true)) return makeKey();
-  if (!recentKeys_) recentKeys_ = std::make_unique<RecentKeys>();
-  const Value& known = recentKeys_->keyFor(message, subject);
+  if (!recent_) recent_ = std::make_unique<RecentQuestions>();
+  const Value& known = recent_->keys.keyFor(message, subject);
   if (!known.isNil()) return known;
   Value key = makeKey();
-  recentKeys_->remember(message, std::move(subject), key);
+  recent_->keys.remember(message, std::move(subject), key);
   return key;
 }
 
@@ -164,11 +163,22 @@ Value ADMStatusServiceProxy::serviceValueForFeaturePathComponents_errorInfo(
              "Value for feature, property and identifier functionality is not supported");
 }
 
-Value ADMStatusServiceProxy::keyOfMessage(const MethodSignature& signature,
-                                          const Selector& selector, const Value& argument) const {
-  const std::size_t count = signature.numberOfArguments() - kHidden;
-  if (count > 1 || signature.methodReturnType() != kObjectType) return {};
-  if (count == 1 && signature.argumentTypeAtIndex(kHidden) != kObjectType) return {};
+MessageForm ADMStatusServiceProxy::formOf(const Value& service, const Selector& selector) const {
+  if (recent_) {
+    const MessageForm known = recent_->messages.formFor(service, selector);
+    if (known.isAnswered) return known;
+  }
+  if (!commandfilter::respondsToSelector(service, selector)) return {};
+  const MethodSignature signature = commandfilter::methodSignatureForSelector(service, selector);
+  if (!signature) return {};
+  const MessageForm form(signature);
+  if (recent_) recent_->messages.remember(service, selector, form);
+  return form;
+}
+
+Value ADMStatusServiceProxy::keyOfMessage(const MessageForm& form, const Selector& selector,
+                                          const Value& argument) const {
+  if (!form.isKept) return {};
   // Of other objects than texts the description may change.
   if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
     return joinMessage(selector, argument);
@@ -178,10 +188,9 @@ Value ADMStatusServiceProxy::keyOfMessage(const MethodSignature& signature,
 }
 
 Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {
-  const MethodSignature& signature = invocation.methodSignature();
-  const bool hasArgument = signature.numberOfArguments() > kHidden;
-  return keyOfMessage(signature, invocation.selector(),
-                      hasArgument ? invocation.argumentAtIndex(kHidden) : Value());
+  const MessageForm form(invocation.methodSignature());
+  return keyOfMessage(form, invocation.selector(),
+                      form.takesArgument ? invocation.argumentAtIndex(kHidden) : Value());
 }
 
 bool ADMStatusServiceProxy::answerMessage(const Selector& selector, const Value& object,
@@ -189,11 +198,9 @@ bool ADMStatusServiceProxy::answerMessage(const Selector& selector, const Value&
   // What every object answers, the proxy answers itself.
   if (kClass.instanceMethod(selector) != nullptr) return false;
   const Value service = realServiceObject();
-  if (!commandfilter::respondsToSelector(service, selector)) return false;
-  const MethodSignature signature = commandfilter::methodSignatureForSelector(service, selector);
-  if (!signature) return false;
-  const bool hasArgument = signature.numberOfArguments() > kHidden;
-  answer = keptOr(keyOfMessage(signature, selector, hasArgument ? object : Value()),
+  const MessageForm form = formOf(service, selector);
+  if (!form.isAnswered) return false;
+  answer = keptOr(keyOfMessage(form, selector, form.takesArgument ? object : Value()),
                   [&] { return performSelector(service, selector, object); });
   return true;
 }

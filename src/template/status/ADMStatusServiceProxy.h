@@ -23,7 +23,8 @@
 
 namespace commandfilter {
 
-class RecentKeys;
+struct RecentQuestions;
+struct MessageForm;
 
 /// Stands for the service of a name: the service is made when it is first asked something, and what
 /// it answers to feature paths and to messages with at most one object is asked for once. Service
@@ -89,8 +90,10 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   ~ADMStatusServiceProxy() override;
 
   [[nodiscard]] Value keyOfPath(const Array& components) const;
+  /// How the service answers to a message, see RecentQuestions; none when it does not.
+  [[nodiscard]] MessageForm formOf(const Value& service, const Selector& selector) const;
   /// The key of a message; nil when its answer is not kept.
-  [[nodiscard]] Value keyOfMessage(const MethodSignature& signature, const Selector& selector,
+  [[nodiscard]] Value keyOfMessage(const MessageForm& form, const Selector& selector,
                                    const Value& argument) const;
   [[nodiscard]] Value keyOfInvocation(const Invocation& invocation) const;
   /// The answer that is kept under the key, or what `ask` gives, which is kept then; a nil key
@@ -106,8 +109,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   Ref<String> serviceName_;
   /// True from the first question on.
   mutable bool wasAsked_ = false;
-  /// The keys of the last questions.
-  mutable std::unique_ptr<RecentKeys> recentKeys_;
+  /// nil before the second question.
+  mutable std::unique_ptr<RecentQuestions> recent_;
 };
 
 }  // namespace commandfilter
