@@ -1,17 +1,22 @@
 #include "comparison/Allocations.h"
 
-#include <cstdlib>
-#include <new>
+#include <cstddef>
 
 using commandfilter::benchmarks::Allocations;
 
-// The forms for arrays, and those that do not throw, end in these. What the library allocates
-// arrives here too: the program's definitions come before those of the run-time library.
-void* operator new(std::size_t size) {
+// The functions of the C library under their other names.
+extern "C" void* __libc_malloc(std::size_t size);                     // NOLINT
+extern "C" void* __libc_calloc(std::size_t count, std::size_t size);  // NOLINT
+
+// What a library allocates arrives here too, whether it has a C++ run-time library of its own or
+// not: the program's definitions come before those of the C library. Lua's allocator, which calls
+// realloc, reports by itself.
+extern "C" void* malloc(std::size_t size) {
   Allocations::note();
-  if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-  throw std::bad_alloc();
+  return __libc_malloc(size);
 }
 
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+extern "C" void* calloc(std::size_t count, std::size_t size) {
+  Allocations::note();
+  return __libc_calloc(count, size);
+}

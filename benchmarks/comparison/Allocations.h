@@ -4,7 +4,7 @@
 
 namespace commandfilter::benchmarks {
 
-// Counts what is allocated: the program's operator new is replaced, and Lua's allocator reports.
+// Counts what is allocated: the program's malloc is replaced, and Lua's allocator reports.
 class Allocations {
  public:
   static void note() noexcept { ++count_; }

@@ -16,6 +16,23 @@ std::vector<LimitCheck> checkAgainstBase(const std::vector<Summary>& programs, b
   return result;
 }
 
+std::vector<LimitCheck> checkTemplateJob(const Summary& besideLua, const Summary& besideJq,
+                                         const std::optional<std::size_t>& cupsLibraries,
+                                         bool strict) {
+  std::vector<LimitCheck> result;
+  result.push_back(
+      {besideLua.name, "wall time, x lua", besideLua.wallRatio.median, kLuaLimit, strict});
+  result.push_back({besideJq.name, "wall time, x jq", besideJq.wallRatio.median, kJqLimit, strict});
+  // No printer is touched.
+  LimitCheck check{besideLua.name, "CUPS libraries loaded", std::nullopt, 0, strict};
+  if (cupsLibraries) {
+    check.value = static_cast<double>(*cupsLibraries);
+    check.binding = true;
+  }
+  result.push_back(check);
+  return result;
+}
+
 std::vector<LimitCheck> checkGrowth(const std::vector<Growth>& growth, bool strict) {
   std::vector<LimitCheck> result;
   for (const Growth& step : growth) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +20,10 @@ inline constexpr double kRequestLimit = 1;
 // Of the exponent with which the cost grows with the lines; one is linear.
 inline constexpr double kGrowthLimit = 1.15;
 
+// What a value of a template may take, as a multiple of the time of Lua and of jq.
+inline constexpr double kLuaLimit = 1.5;
+inline constexpr double kJqLimit = 0.5;
+
 struct LimitCheck {
   std::string subject;
   std::string measure;
@@ -33,6 +38,9 @@ struct LimitCheck {
 // Binding only when `strict`: wall time, which is noisy on a shared machine, what was not measured,
 // which depends on what is installed, and growth. Growth that is lost in the noise is left out.
 std::vector<LimitCheck> checkAgainstBase(const std::vector<Summary>& programs, bool strict);
+std::vector<LimitCheck> checkTemplateJob(const Summary& besideLua, const Summary& besideJq,
+                                         const std::optional<std::size_t>& cupsLibraries,
+                                         bool strict);
 std::vector<LimitCheck> checkGrowth(const std::vector<Growth>& growth, bool strict);
 
 }  // namespace commandfilter::benchmarks

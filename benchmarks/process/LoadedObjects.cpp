@@ -1,16 +1,13 @@
 #include "LoadedObjects.h"
 
-#include <set>
 #include <sstream>
-#include <string>
 
 #include "harness/ScratchFolder.h"
 
 namespace commandfilter::benchmarks {
 
-std::optional<LoadedObjects> countLoadedObjects(const Launcher& launcher, const Program& program,
-                                                const std::filesystem::path& folder,
-                                                const std::filesystem::path& scratch) {
+std::optional<std::set<std::string>> loadedObjects(const Launcher& launcher, const Program& program,
+                                                   const std::filesystem::path& scratch) {
   const std::string output = scratch / "loader";
   Launcher::Surroundings surroundings;
   surroundings.environment = {"LD_DEBUG=files", "LD_DEBUG_OUTPUT=" + output};
@@ -20,7 +17,6 @@ std::optional<LoadedObjects> countLoadedObjects(const Launcher& launcher, const 
 
   // Every object is initialised once, whether the loader knows it by one name or by several.
   const std::string marker = "calling init: ";
-  const std::string start = folder.string() + "/";
   std::set<std::string> all;
   std::istringstream lines(readFile(file));
   std::string line;
@@ -29,8 +25,17 @@ std::optional<LoadedObjects> countLoadedObjects(const Launcher& launcher, const 
     if (found != std::string::npos) all.insert(line.substr(found + marker.size()));
   }
   std::filesystem::remove(file);
-  LoadedObjects result{all.size(), 0};
-  for (const std::string& path : all) {
+  return all;
+}
+
+std::optional<LoadedObjects> countLoadedObjects(const Launcher& launcher, const Program& program,
+                                                const std::filesystem::path& folder,
+                                                const std::filesystem::path& scratch) {
+  const auto all = loadedObjects(launcher, program, scratch);
+  if (!all) return std::nullopt;
+  const std::string start = folder.string() + "/";
+  LoadedObjects result{all->size(), 0};
+  for (const std::string& path : *all) {
     if (path.starts_with(start)) ++result.inFolder;
   }
   return result;

@@ -152,6 +152,7 @@ void print(const Report& report) {
   if (!report.growth.empty()) print(report.growth);
   if (report.bundles) print(*report.bundles);
   if (!report.loads.empty()) print(report.loads);
+  if (report.templates) print(*report.templates);
   if (!report.limits.empty()) print(report.limits);
   std::printf("\nPeak memory cannot read lower than the launcher's own, %ld KiB.\n",
               report.launcherKib);
@@ -171,6 +172,7 @@ void writeJson(const Report& report, const std::filesystem::path& file) {
     result["bundles"] = json(*report.bundles);
     result["bundles"]["loads"] = json(report.loads);
   }
+  if (report.templates) result["templates"] = json(*report.templates);
   result["limits"] = json(report.limits);
   result["notes"] = report.notes;
   writeFile(file, result.dump(2) + "\n");

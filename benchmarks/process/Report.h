@@ -31,6 +31,7 @@ struct Report {
   std::vector<Growth> growth;
   std::optional<Table> devices;
   std::optional<Table> bundles;
+  std::optional<Table> templates;
   std::vector<LoadRow> loads;
   std::vector<LimitCheck> limits;
   std::vector<std::string> notes;

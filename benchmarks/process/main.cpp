@@ -23,6 +23,7 @@
 #include "Report.h"
 #include "StagedApplication.h"
 #include "Summary.h"
+#include "TemplateJobs.h"
 #include "harness/Program.h"
 #include "harness/ScratchFolder.h"
 
@@ -43,6 +44,9 @@ struct Options {
   fs::path filter;
   fs::path application;
   fs::path plugIn;
+  fs::path admtemplate;
+  fs::path lua = "/usr/bin/lua5.4";
+  fs::path jq = "/usr/bin/jq";
   std::vector<std::string> programs;
   std::vector<std::string> statuses;
   std::string base = "commandtops";
@@ -74,6 +78,11 @@ void addOptions(CLI::App& app, Options& options) {
                  "Bundle that is multiplied for --bundle-farm; its list of commands is replaced. "
                  "Without --filter, the copy with this one bundle is what is measured")
       ->check(CLI::ExistingDirectory);
+  app.add_option("--admtemplate", options.admtemplate,
+                 "The tool for templates, as it is installed: also measure one value of a template")
+      ->check(CLI::ExistingFile);
+  app.add_option("--lua", options.lua, "A peer of that tool");
+  app.add_option("--jq", options.jq, "Another peer of it");
   app.add_option("--bundles", options.bundles, "Bundles of the farm")->check(CLI::Range(2, 99999));
   app.add_option("--program", options.programs, "Another program, as NAME=COMMAND LINE");
   app.add_option("--expect", options.statuses, "Exit status of one of those, as NAME=STATUS");
@@ -133,6 +142,7 @@ class Benchmark {
   void measureDevices();
   void measureScaling();
   void measureBundles();
+  void measureTemplates();
   StagedApplication stage(int bundles, const std::string& folder, bool deviceModel = true) const;
 
   const Options& options_;
@@ -348,6 +358,26 @@ void Benchmark::measureBundles() {
   report_.limits.push_back(check);
 }
 
+void Benchmark::measureTemplates() {
+  const std::vector<Program> programs =
+      TemplateJobs{options_.admtemplate, options_.lua, options_.jq, scratch_.path()}.programs();
+  requireSameOutput(launcher_, programs, scratch_.path());
+  std::vector<Series> all = measureInterleaved(launcher_, programs, {options_.rounds});
+  countInstructions(all, options_.instructionRuns);
+  report_.templates =
+      Table{"One value of a template", programs.front().name, options_.rounds, summarise(all, 0)};
+  const Series& ours = all.back();
+  std::optional<std::size_t> cupsLibraries;
+  if (const auto loaded = loadedObjects(launcher_, ours.program, scratch_.path())) {
+    cupsLibraries = std::ranges::count_if(*loaded, [](const std::string& path) {
+      return fs::path(path).filename().string().starts_with("libcups");
+    });
+  }
+  const auto checks = checkTemplateJob(summarise(ours, all[0]), summarise(ours, all[1]),
+                                       cupsLibraries, options_.strict);
+  report_.limits.insert(report_.limits.end(), checks.begin(), checks.end());
+}
+
 Report Benchmark::measure() {
   measurePrograms();
   if (oneBundle_ && fs::is_directory(options_.application / "Contents" / "Frameworks" /
@@ -356,6 +386,7 @@ Report Benchmark::measure() {
   }
   if (!filter_.empty() && options_.scaling) measureScaling();
   if (oneBundle_) measureBundles();
+  if (!options_.admtemplate.empty()) measureTemplates();
   return std::move(report_);
 }
 

@@ -106,7 +106,8 @@ class Compilation final : public Contender {
     }
     compileAll();
     if (const ADMEvaluationError* error = context_->lastError()) {
-      throw std::runtime_error(error->errorDescription()->text());
+      throw std::runtime_error(error->expression()->text() + ": " +
+                               error->errorDescription()->text());
     }
   }
 

@@ -247,30 +247,65 @@ void writeMacros(Author& author) {
 void writeSupplies(Author& author) {
   for (const std::string_view view : kSupplyNames) {
     const std::string supply(view);
-    const std::string feature = "{Supplies}[" + supply + "].";
-    author.value(supply + "Percent", "_Percent(" + feature + "Level)",
-                 "Percent(Supplies.Level." + supply + ")");
-    author.value(supply + "State", "_Grade(" + feature + "Level)",
-                 "Grade(Supplies.Level." + supply + ")");
-    author.value(supply + "Name", feature + "Name or $TextUnknown",
-                 "Supplies.Name." + supply + " or TextUnknown");
+    const auto feature = [&supply](const std::string& property) {
+      return "{Supplies}[" + supply + "]." + property;
+    };
+    const auto lua = [&supply](const std::string& property) {
+      return "Supplies." + property + "." + supply;
+    };
+    author.value(supply + "Name", feature("Name") + " or $TextUnknown",
+                 lua("Name") + " or TextUnknown");
+    author.value(supply + "State",
+                 feature("Level") + " lt $Empty then $TextEmpty else (" + feature("Level") +
+                     R"x( lt $Low then $TextLow + " (" + _Percent()x" + feature("Level") +
+                     R"x() + ")" else ()x" + feature("Level") +
+                     R"x( ge $Full then $TextFull else $TextGood + " (" + _Percent()x" +
+                     feature("Level") + R"x() + ")")))x",
+                 lua("Level") + " < Empty and TextEmpty or " + lua("Level") +
+                     R"x( < Low and TextLow .. " (" .. Percent()x" + lua("Level") +
+                     R"x() .. ")" or )x" + lua("Level") +
+                     R"x( >= Full and TextFull or TextGood .. " (" .. Percent()x" + lua("Level") +
+                     R"x() .. ")")x");
     author.value(supply + "Advice",
-                 "_IsLow(" + feature + "Level) then $TextReplace + [" + supply +
-                     "Name] + $TextSoon else " + feature + "Level ge $Full then $TextFull",
-                 "IsLow(Supplies.Level." + supply + ") and TextReplace .. session." + supply +
-                     "Name .. TextSoon or Supplies.Level." + supply + " >= Full and TextFull");
+                 "_IsLow(" + feature("Level") + ") then $TextReplace + [" + supply +
+                     R"(Name] + $TextSoon + ", " + $TextAbout + )" + feature("Pages") +
+                     " + $TextPages else (" + feature("Level") +
+                     " ge $Full then $TextFull + $TextComma + [" + supply + "Name])",
+                 "IsLow(" + lua("Level") + ") and TextReplace .. session." + supply +
+                     R"(Name .. TextSoon .. ", " .. TextAbout .. )" + lua("Pages") +
+                     " .. TextPages or " + lua("Level") +
+                     " >= Full and TextFull .. TextComma .. session." + supply + "Name");
     author.value(supply + "Info",
                  Datum::Map{{"name", "[" + supply + "Name]"},
-                            {"level", feature + "Level"},
-                            {"state", "[" + supply + "State]"}},
-                 "{name = session." + supply + "Name, level = Supplies.Level." + supply +
-                     ", state = session." + supply + "State}");
-    author.value(supply + "Kind",
-                 "_In(" + feature + R"(Kind, "toner", "ink") then $TextColorant else $TextPart)",
-                 "(Supplies.Kind." + supply + R"( == "toner" or Supplies.Kind.)" + supply +
-                     R"( == "ink") and TextColorant or TextPart)");
-    author.value(supply + "Pages", "$TextAbout + " + feature + "Pages + $TextPages",
-                 "TextAbout .. Supplies.Pages." + supply + " .. TextPages");
+                            {"level", feature("Level")},
+                            {"state", "_Grade(" + feature("Level") + ")"},
+                            {"text", "[" + supply + "Name] + $TextComma + [" + supply + "State]"}},
+                 "{name = session." + supply + "Name, level = " + lua("Level") +
+                     ", state = Grade(" + lua("Level") + "), text = session." + supply +
+                     "Name .. TextComma .. session." + supply + "State}");
+    author.value(
+        supply + "Kind",
+        "_In(" + feature("Kind") + R"(, "toner", "ink", "ribbon") then $TextColorant + " " + )" +
+            feature("Name") + " else (_In(" + feature("Kind") +
+            R"(, "part", "waste", "fuser") then $TextPart + " " + )" + feature("Name") +
+            " else $TextUnknown)",
+        "(" + lua("Kind") + R"( == "toner" or )" + lua("Kind") + R"( == "ink" or )" + lua("Kind") +
+            R"( == "ribbon") and TextColorant .. " " .. )" + lua("Name") + " or (" + lua("Kind") +
+            R"( == "part" or )" + lua("Kind") + R"( == "waste" or )" + lua("Kind") +
+            R"( == "fuser") and TextPart .. " " .. )" + lua("Name") + " or TextUnknown");
+    author.value(supply + "Pages",
+                 feature("Pages") + " gt 1000 then $TextAbout + " + feature("Pages") +
+                     " + $TextPages else (" + feature("Pages") +
+                     R"( gt 0 then "less than 1000" + $TextPages else $TextEmpty))",
+                 lua("Pages") + " > 1000 and TextAbout .. " + lua("Pages") + " .. TextPages or " +
+                     lua("Pages") + R"( > 0 and "less than 1000" .. TextPages or TextEmpty)");
+    author.value(supply + "Line",
+                 "[" + supply + R"(Name] + ": " + [)" + supply + "State] + $TextComma + [" +
+                     supply + "Pages] + $TextComma + [" + supply + "Kind] + $TextComma + " +
+                     feature("Level") + R"( + "%")",
+                 "session." + supply + R"(Name .. ": " .. session.)" + supply +
+                     "State .. TextComma .. session." + supply + "Pages .. TextComma .. session." +
+                     supply + "Kind .. TextComma .. " + lua("Level") + R"( .. "%")");
   }
 }
 
@@ -278,11 +313,21 @@ void writeSupplies(Author& author) {
 void writeLists(Author& author) {
   author.list("Names", "_Name()", "Name(id)");
   author.list("Levels", "@supplyLevelForIdentifier:", "level[id]", "_HasLevel()", "HasLevel(id)");
-  author.list("Lines", "_Line()", "Line(i, id)");
+  author.list(
+      "Lines",
+      R"(_Line() + ": " + (@supplyLevelForIdentifier: lt $Empty then $TextEmpty else )"
+      R"((@supplyLevelForIdentifier: lt $Low then $TextLow else $TextGood)) + $TextComma + )"
+      "_Percent(_Level())",
+      R"(Line(i, id) .. ": " .. (level[id] < Empty and TextEmpty or level[id] < Low and )"
+      "TextLow or TextGood) .. TextComma .. Percent(Level(id))");
   author.list("Percents", "_Percent(_Level())", "Percent(Level(id))");
   author.list("Grades", "_Grade(@supplyLevelForIdentifier:)", "Grade(level[id])");
-  author.list("Pairs", Datum::Map{{"name", "_Name()"}, {"level", "@supplyLevelForIdentifier:"}},
-              "{name = Name(id), level = level[id]}");
+  author.list(
+      "Pairs",
+      Datum::Map{{"name", "_Name()"},
+                 {"level", "@supplyLevelForIdentifier:"},
+                 {"text", R"(_Name() + " " + _Percent(@supplyLevelForIdentifier:))"}},
+      R"({name = Name(id), level = level[id], text = Name(id) .. " " .. Percent(level[id])})");
   author.list("Quotes", "_Quoted(@element)", "Quoted(id)");
   author.list("Low", "_Name()", "Name(id)", "_HasLevel() and _IsLow(@supplyLevelForIdentifier:)",
               "HasLevel(id) and IsLow(level[id])");
@@ -294,7 +339,8 @@ void writeLists(Author& author) {
   author.list("Replace", "$TextReplace + _Name() + $TextSoon",
               "TextReplace .. Name(id) .. TextSoon", "@supplyLevelForIdentifier: lt $Empty",
               "level[id] < Empty", false);
-  author.list("Colors", "@element", "id", "_Contains($ColorNames, @element)", "ColorNames[id] ~= nil");
+  author.list("Colors", "@element", "id", "_Contains($ColorNames, @element)",
+              "ColorNames[id] ~= nil");
 
   author.supplies("Count", "_GetSize(@suppliesIdentifiers)", "#identifiers");
   author.supplies("ByLevel", "_Sort(@suppliesIdentifiers, @supplyLevelForIdentifier:)",
