@@ -11,6 +11,10 @@ endif()
 # Calls inside the library need not go through its procedure table: nothing replaces its symbols.
 add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 add_link_options(-Wl,-Bsymbolic-functions -Wl,--as-needed)
+# Programs, too, find the library's data through their table of addresses: a program that had a
+# copy of a class, as position-independent programs may, would have another class.
+set(CMAKE_C_COMPILE_OPTIONS_PIE -fPIC)
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 
 include(Hardening)
 
