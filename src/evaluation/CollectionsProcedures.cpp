@@ -112,8 +112,8 @@ Value getItem(ADMEvaluationContextBase& context, const Array* items) {
   const Value container = evaluateArgument(items, 0, context);
   if (container.isNil()) return orDefault(Value(), context, items);
   if (const auto* dictionary = castTo<Dictionary>(container)) {
-    const Value key = evaluateArgument(items, 1, context);
-    return orDefault(dictionary->objectForKey(key), context, items);
+    const OperandValue key(&itemOf((*items)[1]), context);
+    return orDefault(dictionary->objectForKey(*key), context, items);
   }
   const auto* array = castTo<Array>(container);
   if (array == nullptr) return failWith(context, kWrongGetItemNumber);

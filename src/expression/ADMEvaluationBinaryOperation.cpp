@@ -41,10 +41,22 @@ std::int32_t bitsOf(const Value& value) { return value.isNil() ? 0 : value.numbe
   return fail(item, context, ErrorCategory::Runtime, message);
 }
 
+// The operation of a code that is no operator's.
+Value failAsUnknown(const ADMEvaluationBinaryOperation& operation, ADMEvaluationContext& context) {
+  return fail(operation, context, ErrorCategory::Runtime, "Unknown operation type: %d",
+              codeOf(operation.type()));
+}
+
 }  // namespace
 
 constinit const Class ADMEvaluationBinaryOperation::kClass{
     .name = "ADMEvaluationBinaryOperation", .base = &ADMEvaluationBinaryOperationBase::kClass};
+
+ADMEvaluationBinaryOperation::ADMEvaluationBinaryOperation(ItemType type) noexcept
+    : ADMEvaluationBinaryOperationBase(type) {
+  const Operator* row = operatorOfType(type);
+  perform_ = row != nullptr && row->perform != nullptr ? row->perform : &failAsUnknown;
+}
 
 Ref<ADMEvaluationBinaryOperation> ADMEvaluationBinaryOperation::itemWithOperationType(
     ItemType type) {
@@ -53,13 +65,7 @@ Ref<ADMEvaluationBinaryOperation> ADMEvaluationBinaryOperation::itemWithOperatio
 
 Value ADMEvaluationBinaryOperation::evaluate(ADMEvaluationContext& context) const {
   StackGuard::check();
-  const Operator* row = operatorOfType(type());
-  if (row == nullptr || row->perform == nullptr) return failAsUnknown(context);
-  return row->perform(*this, context);
-}
-
-Value ADMEvaluationBinaryOperation::failAsUnknown(ADMEvaluationContext& context) const {
-  return fail(*this, context, ErrorCategory::Runtime, "Unknown operation type: %d", codeOf(type()));
+  return perform_(*this, context);
 }
 
 Value ADMEvaluationBinaryOperation::performMakeListOperation(

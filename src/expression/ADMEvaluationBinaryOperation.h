@@ -50,13 +50,15 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  using ADMEvaluationBinaryOperationBase::ADMEvaluationBinaryOperationBase;
+  explicit ADMEvaluationBinaryOperation(ItemType type) noexcept;
   ~ADMEvaluationBinaryOperation() override = default;
 
   [[nodiscard]] bool operandsAreEqual(ADMEvaluationContext& context) const;
   [[nodiscard]] Value extendDictionary(Value left, const Value& right,
                                        ADMEvaluationContext& context) const;
-  [[nodiscard, gnu::cold, gnu::noinline]] Value failAsUnknown(ADMEvaluationContext& context) const;
+
+  /// The table's function for the type, kept here because it is needed at every evaluation.
+  Operation* perform_;
 };
 
 }  // namespace commandfilter

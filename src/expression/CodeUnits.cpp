@@ -1,6 +1,9 @@
 #include "expression/CodeUnits.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 
 #include "runtime/UTF8.h"
 
@@ -14,6 +17,27 @@ constexpr char32_t kTrail = 0xDC00;
 
 bool isLead(char16_t unit) noexcept { return unit >= kLead && unit < kTrail; }
 bool isTrail(char16_t unit) noexcept { return unit >= kTrail && unit < 0xE000; }
+
+// The offset of the first character at or after `start` that is `wanted` or NUL, in ASCII text
+// alone: eight characters at a time, since strings and paths are mostly shorter than what makes a
+// search of the C library worth its start.
+std::size_t findInASCII(std::string_view text, char wanted, std::size_t start) noexcept {
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  constexpr std::uint64_t kLow = 0x7F * kOnes;
+  const std::uint64_t pattern = kOnes * static_cast<unsigned char>(wanted);
+  std::size_t offset = start;
+  for (std::uint64_t word = 0; text.size() - offset >= sizeof word; offset += sizeof word) {
+    std::memcpy(&word, text.data() + offset, sizeof word);
+    // No byte has its high bit, so adding sets it in every byte that is not 0, and in no other.
+    const std::uint64_t found = ~(((word ^ pattern) + kLow) & (word + kLow)) & (0x80 * kOnes);
+    if (found == 0) continue;
+    const int zeros = std::endian::native == std::endian::little ? std::countr_zero(found)
+                                                                 : std::countl_zero(found);
+    return offset + static_cast<std::size_t>(zeros) / 8;
+  }
+  while (offset < text.size() && text[offset] != wanted && text[offset] != '\0') ++offset;
+  return offset;
+}
 
 }  // namespace
 
@@ -34,22 +58,11 @@ CodeUnits::CodeUnits(std::string_view text)
 }
 
 std::size_t CodeUnits::findOrNull(char16_t unit, std::size_t start) const noexcept {
-  const auto goesOn = [unit](char16_t each) { return each != unit && each != 0; };
-  // Most texts end soon; only for longer ones a search of the library is worth its start.
-  constexpr std::size_t kSoon = 24;
-  const std::size_t soon = std::min(length_, start + kSoon);
-  const std::size_t found = skipWhile(start, soon, goesOn);
-  if (found < soon || found >= length_) return std::min(found, length_);
-  if (!isASCII_) return skipWhile(found, goesOn);
-  // In pieces that double, so that neither of the two is sought far behind the other.
-  std::size_t begin = found;
-  for (std::size_t size = kSoon; begin < length_; begin += size, size *= 2) {
-    const std::string_view piece = text_.substr(begin, size);
-    const std::string_view head = piece.substr(0, piece.find(static_cast<char>(unit)));
-    const std::size_t end = std::min(head.find('\0'), head.size());
-    if (end < piece.size()) return begin + end;
-  }
-  return length_;
+  if (start >= length_) return length_;
+  constexpr char16_t kFirstBeyondASCII = 128;
+  if (isASCII_ && unit < kFirstBeyondASCII)
+    return findInASCII(text_, static_cast<char>(unit), start);
+  return skipWhile(start, [unit](char16_t each) { return each != unit && each != 0; });
 }
 
 std::string CodeUnits::substring(std::size_t begin, std::size_t end) const {

@@ -1,5 +1,6 @@
 #include "runtime/ArrayExtension.h"
 
+#include <utility>
 #include <vector>
 
 #include "runtime/Cast.h"
@@ -39,7 +40,14 @@ Ref<Array> arrayWithElementAt(Ref<Array> array, std::size_t index, Value element
   const auto place = static_cast<std::ptrdiff_t>(index);
   if (array->referenceCount() == 1) {
     std::vector<Value>& elements = array->mutableElements(Array::OnlyReference{});
-    elements.insert(elements.begin() + place, element.orNull());
+    if (index == elements.size()) {
+      // Room for a few spares short lists most of their allocations.
+      constexpr std::size_t kFew = 8;
+      if (elements.capacity() < kFew) elements.reserve(kFew);
+      elements.push_back(element.isNil() ? Value::null() : std::move(element));
+    } else {
+      elements.insert(elements.begin() + place, element.orNull());
+    }
     return array;
   }
   std::vector<Value> elements;
