@@ -136,6 +136,38 @@ TEST_F(StatusServiceMessages, AnswersAtOnce) {
   EXPECT_EQ(service_->calls().size(), 7U);
 }
 
+TEST_F(StatusServiceMessages, FindsKeptAnswersWithoutAskingTheService) {
+  service_->answer("levelOf:", stringOf("full"));
+  const Value black = stringOf("Black");
+  const Selector levelOf("levelOf:");
+  Value answer;
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(proxy_->answerMessage(levelOf, black, answer));
+  const int questions = service_->questions();
+  EXPECT_TRUE(proxy_->answerMessage(levelOf, black, answer));
+  EXPECT_EQ(descriptionOf(answer), "full");
+  EXPECT_EQ(service_->questions(), questions);
+}
+
+TEST_F(StatusServiceMessages, AsksAnotherServiceAnew) {
+  service_->answer("levelOf:", stringOf("full"));
+  const Value black = stringOf("Black");
+  const Selector levelOf("levelOf:");
+  Value answer;
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(proxy_->answerMessage(levelOf, black, answer));
+  const Ref<ServiceDouble> other = ServiceDouble::create();
+  creator_->service = other;
+  creator_->reinitializeServices();
+  answer = nullptr;
+  EXPECT_FALSE(proxy_->answerMessage(levelOf, black, answer));
+  EXPECT_TRUE(answer.isNil());
+  // It gives no object, so nothing is kept.
+  other->answer("levelOf:", "i@", [](const auto&) { return Number::integer(5); });
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(proxy_->answerMessage(levelOf, black, answer));
+  EXPECT_EQ(descriptionOf(answer), "5");
+  EXPECT_EQ(other->calls().size(), 2U);
+  EXPECT_EQ(creator_->cache->count(), 0U);
+}
+
 TEST_F(StatusServiceMessages, LeavesOtherMessagesToWhoeverAsks) {
   service_->answer("description", stringOf("the service"));
   Value answer = stringOf("from before");

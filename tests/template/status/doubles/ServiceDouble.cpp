@@ -19,6 +19,7 @@ void ServiceDouble::answer(std::string_view selector, Value value) {
 }
 
 bool ServiceDouble::respondsToSelector(const Selector& selector) const {
+  ++questions_;
   return messages_.contains(selector.name()) || Object::respondsToSelector(selector);
 }
 

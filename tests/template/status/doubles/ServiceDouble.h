@@ -41,6 +41,8 @@ class ServiceDouble final : public Object {
   /// "selector" or "selector argument, argument" for each message that came.
   [[nodiscard]] const std::vector<std::string>& calls() const noexcept { return calls_; }
   void forgetCalls() { calls_.clear(); }
+  /// How often it was asked whether it answers a message.
+  [[nodiscard]] int questions() const noexcept { return questions_; }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool respondsToSelector(const Selector& selector) const override;
@@ -63,6 +65,7 @@ class ServiceDouble final : public Object {
   std::map<std::string, Message> messages_;
   const Protocol* protocol_ = nullptr;
   std::vector<std::string> calls_;
+  mutable int questions_ = 0;
 };
 
 }  // namespace commandfilter::testing
