@@ -226,6 +226,22 @@ TEST_F(CallMethod, NeedsASignature) {
   EXPECT_EQ(resultOn("@target", "\"anything:\", 1"), kInvalid);
 }
 
+TEST_F(CallMethod, NeedsATargetThatResponds) {
+  // Has signatures for messages that it denies.
+  class Denier final : public Object {
+   public:
+    [[nodiscard]] MethodSignature methodSignatureForSelector(
+        const Selector& /*selector*/) const override {
+      return MethodSignature("@");
+    }
+    void forwardInvocation(Invocation& invocation) override {
+      invocation.setReturnValue(stringOf("answered"));
+    }
+  };
+  setTarget(make<Denier>());
+  EXPECT_EQ(resultOfCall("\"anything\""), kInvalid);
+}
+
 TEST_F(CallMethod, NeedsANameThatASelectorCanBeMadeOf) {
   context_->names["name"] = stringOf(std::string_view("name\0x", 6));
   EXPECT_EQ(resultOfCall("@name"), kInvalid);

@@ -65,7 +65,28 @@ constinit const Class Refined::kClass{.name = "ARefinedExternalProcedure",
                                       .protocols = kRefinedProtocols,
                                       .initializers = kRefinedInitializers};
 
-constexpr std::array<const Class*, 2> kClasses{&Watched::kClass, &Refined::kClass};
+// Has the name that an empty name would stand for.
+class Nameless final : public Object {
+ public:
+  static const Class kClass;
+  static Ref<Nameless> init() { return make<Nameless>(); }
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+};
+bool wantsValues(const Value& /*receiver*/) { return false; }
+Value giveArguments(const Value& /*receiver*/, const Array* arguments,
+                    ADMEvaluationContext* /*context*/) {
+  return Value::sharing(arguments);
+}
+constexpr std::array kNamelessMethods{method<&wantsValues>("wantsEvaluateArguments"),
+                                      method<&giveArguments>("execute:context:")};
+constexpr std::array kNamelessInitializers{initializer<&Nameless::init>("init")};
+constinit const Class Nameless::kClass{.name = "AExternalProcedure",
+                                       .base = &Object::kClass,
+                                       .methods = kNamelessMethods,
+                                       .initializers = kNamelessInitializers};
+
+constexpr std::array<const Class*, 3> kClasses{&Watched::kClass, &Refined::kClass,
+                                               &Nameless::kClass};
 
 class External : public ::testing::Test {
  protected:
@@ -104,6 +125,11 @@ TEST_F(External, RaisesWhenAConformingClassLacksTheMethods) {
   EXPECT_EQ(
       reasonOf([this] { static_cast<void>(evaluate(R"(_External("Refined", 1))", context_)); }),
       "ARefinedExternalProcedure: unrecognized selector wantsEvaluateArguments");
+}
+
+TEST_F(External, NeedsANameEvenWhereTheEmptyOneHasAClass) {
+  EXPECT_EQ(shown(evaluate(R"(_External("", 5))", context_)), "nil");
+  EXPECT_EQ(errorOf(*context_), kInvalid);
 }
 
 TEST_F(External, FindsNoClassAfterItIsGone) {
