@@ -167,6 +167,9 @@ TEST_F(StatusServiceProxy, JoinsThePathForItsKey) {
   EXPECT_EQ(valueAt({"a#b"}), "two");
   EXPECT_EQ(valueAt(*Array::create({Number::integer(1), Value::null()})), "two");
   EXPECT_EQ(cached("1#<null>"), "two");
+  EXPECT_EQ(valueAt({"", "d"}), "two");
+  EXPECT_EQ(cached("#d"), "two");
+  EXPECT_EQ(cached("d"), "none");
 }
 
 TEST_F(StatusServiceProxy, GivesTheReasonOfAFailedPathOnce) {
@@ -179,6 +182,15 @@ TEST_F(StatusServiceProxy, GivesTheReasonOfAFailedPathOnce) {
   EXPECT_EQ(valueAt({"b"}), "ready");
   creator_->reinitializeServices();
   EXPECT_EQ(valueAt({"a"}), "ready");
+}
+
+TEST_F(StatusServiceProxy, GivesTheReasonOfAPathOfAnotherLengthOnceToo) {
+  EXPECT_EQ(valueAt(std::initializer_list<std::string_view>{}), "nil: Path is empty");
+  EXPECT_EQ(cached(""), "<null>");
+  EXPECT_EQ(valueAt(std::initializer_list<std::string_view>{}), "nil");
+  EXPECT_EQ(valueAt({"a", "b", "c", "d"}), "nil: Incorrect path");
+  EXPECT_EQ(cached("a#b#c#d"), "<null>");
+  EXPECT_EQ(valueAt({"a", "b", "c", "d"}), "nil");
 }
 
 TEST_F(StatusServiceProxy, ReadsTheNullObjectAsNilFromTheCache) {

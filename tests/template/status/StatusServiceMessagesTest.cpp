@@ -170,6 +170,7 @@ TEST_F(StatusServiceMessages, AsksAnotherServiceAnew) {
 
 TEST_F(StatusServiceMessages, LeavesOtherMessagesToWhoeverAsks) {
   service_->answer("description", stringOf("the service"));
+  service_->answer("cache", stringOf("the service"));
   Value answer = stringOf("from before");
   for (const char* message : {"unknown", "description", "isEqual:", "cache"}) {
     EXPECT_FALSE(proxy_->answerMessage(Selector(message), Value(), answer)) << message;
