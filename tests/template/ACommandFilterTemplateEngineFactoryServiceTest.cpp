@@ -118,6 +118,8 @@ TEST_F(EngineFactory, FindsTheTemplateOfTheModel) {
   EXPECT_THAT(framework_.calls,
               ElementsAre("shared manager", "register Printers at /tables", "model info",
                           "value for CommandFilterTemplate in Printers"));
+  // Once for its model, and once for the engine.
+  EXPECT_EQ(provider_->asked, 2);
 }
 
 TEST_F(EngineFactory, HandsTheInputParametersOn) {
@@ -150,6 +152,7 @@ TEST_F(EngineFactory, AsksNoDeviceForATableThatCannotBeRegistered) {
 
 TEST_F(EngineFactory, HasNoEngineWhenTheModelHasNoTemplate) {
   EXPECT_FALSE(storedEngine());
+  EXPECT_EQ(provider_->asked, 1);
   framework_.modelInfo["CommandFilterTemplate"] = text("no dictionary");
   EXPECT_FALSE(storedEngine());
   provider_->info = Value();

@@ -9,6 +9,7 @@
 #include "runtime/TestValues.h"
 #include "template/LibraryClasses.h"
 #include "template/ServiceCreatorDouble.h"
+#include "template/status/ADMStatusServiceProxy.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -153,6 +154,32 @@ TEST_F(PlugInContexts, EvaluateSingleValues) {
   EXPECT_EQ(value->evaluationContext()->object().classInfo().name, "ShoutingContext");
   EXPECT_EQ(descriptionOf(value->representationData()), "hello!");
   EXPECT_EQ(value->lastError(), nullptr);
+}
+
+TEST_F(PlugInContexts, GetTheServiceAndTheConfiguration) {
+  const auto creator = ServiceCreatorDouble::create();
+  const Value configuration = dictionaryOf({{text("Any"), text("thing")}});
+  const Value single = dictionaryOf({{text("EvaluationContext"), text("ShoutingContext")},
+                                     {text("ServiceName"), text("Tray")},
+                                     {text("Value"), text("1")}});
+  const Value list = dictionaryOf({{text("EvaluationContext"), text("LastContext")},
+                                   {text("ServiceName"), text("Tray")},
+                                   {text("Range"), text("_Array(1)")},
+                                   {text("Value"), text("1")}});
+  for (const Value& info : {single, list}) {
+    const auto value = ADMStatusValueRepresentation::
+        initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
+            castTo<Dictionary>(info), creator.get(),
+            RefPtr<Dictionary>(castTo<Dictionary>(configuration)));
+    ASSERT_TRUE(value);
+    const ADMEvaluationContext& context = *value->evaluationContext();
+    const Value service = context.statusService();
+    const auto* proxy = castTo<ADMStatusServiceProxy>(service);
+    ASSERT_NE(proxy, nullptr);
+    EXPECT_EQ(proxy->serviceName()->view(), "Tray");
+    EXPECT_EQ(proxy->serviceCreator().get(), creator.get());
+    EXPECT_EQ(context.globalConfiguration(), configuration.object());
+  }
 }
 
 TEST_F(PlugInContexts, RecordTheirErrors) {

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <optional>
 #include <string>
 
+#include "runtime/ClassRegistry.h"
 #include "runtime/KeyValueLookup.h"
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
@@ -63,6 +65,8 @@ TEST_F(TemplateProcessor, SharesAConfigurationThatIsMadeOnce) {
       input);
   const Ref<Dictionary> configuration = processor->globalConfiguration();
   EXPECT_EQ(configuration.get(), processor->globalConfiguration().get());
+  processor->startNewSession(true);
+  EXPECT_EQ(configuration.get(), processor->globalConfiguration().get());
   EXPECT_EQ(configuration->count(), 5U);
   EXPECT_NE(castTo<ADMGlobalConstantsProcessor>(configuration->objectForKey("TemplateConstants")),
             nullptr);
@@ -80,6 +84,44 @@ TEST_F(TemplateProcessor, LeavesOutOfTheConfigurationWhatTheTemplateLacks) {
   EXPECT_EQ(configuration->count(), 2U);
   EXPECT_FALSE(configuration->objectForKey("EntireTemplateProcessor").isNil());
   EXPECT_FALSE(configuration->objectForKey("ServiceCreator").isNil());
+}
+
+TEST_F(TemplateProcessor, HandsOnInputParametersThatAreEmpty) {
+  const Value input = dictionaryOf({});
+  const auto processor = processorOf(dictionaryOf({}), input);
+  EXPECT_TRUE(
+      processor->globalConfiguration()->objectForKey("InputParameters").isIdenticalTo(input));
+}
+
+// Counts how often a context of its class was asked for, and refuses each time.
+class CountingContext final : public Object {
+ public:
+  static const Class kClass;
+  static RefPtr<CountingContext> refuse(const Value& /*service*/,
+                                        const Dictionary* /*configuration*/) {
+    ++asked;
+    return nullptr;
+  }
+  static int asked;
+};
+int CountingContext::asked = 0;
+constexpr std::array kCountingInitializers{
+    initializer<&CountingContext::refuse>("initWithStatusService:globalConfiguration:")};
+constinit const Class CountingContext::kClass{
+    .name = "CountingContext", .base = &Object::kClass, .initializers = kCountingInitializers};
+
+TEST_F(TemplateProcessor, TriesAContextThatRefusesOnce) {
+  const std::array<const Class*, 1> classes{&CountingContext::kClass};
+  const auto registration = ClassRegistry::shared().add(classes);
+  const auto processor = processorOfValues(
+      {{text("A"), dictionaryOf({{text("Value"), text("1")},
+                                 {text("EvaluationContext"), text("CountingContext")}})}});
+  CountingContext::asked = 0;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(valueOf(*processor, "A").isNil());
+    processor->startNewSession(true);
+  }
+  EXPECT_EQ(CountingContext::asked, 1);
 }
 
 TEST_F(TemplateProcessor, KeepsRepresentationsAndTheirFailures) {
@@ -202,6 +244,15 @@ TEST_F(TemplateProcessor, GivesAllValuesInTheOrderOfTheTemplate) {
   ASSERT_EQ(all->count(), 2U);
   EXPECT_EQ(descriptionOf(all->begin()->key), "Z");
   EXPECT_EQ(descriptionOf(all->objectForKey("A")), "2");
+}
+
+TEST_F(TemplateProcessor, TakesAllValuesFromTheSession) {
+  const auto processor =
+      processorOfValues({{text("A"), described("_Array(1)")}, {text("B"), described("_Array(2)")}});
+  const Value first = valueOf(*processor, "A");
+  const RefPtr<Dictionary> all = processor->entireInfo();
+  EXPECT_TRUE(all->objectForKey("A").isIdenticalTo(first));
+  EXPECT_TRUE(valueOf(*processor, "B").isIdenticalTo(all->objectForKey("B")));
 }
 
 TEST_F(TemplateProcessor, SkipsKeysThatAreNoTexts) {
