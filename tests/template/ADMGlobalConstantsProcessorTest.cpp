@@ -76,6 +76,35 @@ TEST(GlobalConstants, EmptiesTheScratchStoreOfProceduresForEachConstant) {
   EXPECT_EQ(descriptionOf(valueOf(*constants, "Second")), "0");
 }
 
+// Gives the null object.
+class ANullExternalProcedure final : public Implements<Object, ADMExternalProcedure> {
+ public:
+  static const Class kClass;
+
+  static Ref<ANullExternalProcedure> init() { return make<ANullExternalProcedure>(); }
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  bool wantsEvaluateArguments() override { return false; }
+  Value execute_context(const Array* /*arguments*/, ADMEvaluationContext* /*context*/) override {
+    return Value::null();
+  }
+};
+
+constexpr auto kNullProtocols = conformances<ANullExternalProcedure, ADMExternalProcedure>();
+constexpr std::array kNullInitializers{initializer<&ANullExternalProcedure::init>("init")};
+constinit const Class ANullExternalProcedure::kClass{.name = "ANullExternalProcedure",
+                                                     .base = &Object::kClass,
+                                                     .protocols = kNullProtocols,
+                                                     .initializers = kNullInitializers};
+
+TEST(GlobalConstants, GivesTheNullObjectOnce) {
+  const std::array<const Class*, 1> classes{&ANullExternalProcedure::kClass};
+  const auto registration = ClassRegistry::shared().add(classes);
+  const auto constants = constantsOf({{stringOf("Null"), stringOf("_External(\"Null\")")}});
+  EXPECT_TRUE(valueOf(*constants, "Null").isNull());
+  EXPECT_TRUE(valueOf(*constants, "Null").isNil());
+}
+
 TEST(GlobalConstants, HasNothingWithoutADictionary) {
   const auto constants = ADMGlobalConstantsProcessor::initWithGlobalConstantsInfo(nullptr);
   EXPECT_TRUE(valueOf(*constants, "Any").isNil());

@@ -141,6 +141,13 @@ TEST_F(StatusServiceCreator, RemembersThatThereIsNoService) {
   EXPECT_EQ(script_.calls, 1);
 }
 
+TEST_F(StatusServiceCreator, GivesTheNullObjectOnce) {
+  script_.service = Value::null();
+  EXPECT_TRUE(serviceNamed("Test").isNull());
+  EXPECT_TRUE(serviceNamed("Test").isNil());
+  EXPECT_EQ(script_.calls, 1);
+}
+
 TEST_F(StatusServiceCreator, TriesAMissingServiceAgainAfterAReset) {
   registration_ = {};
   EXPECT_TRUE(serviceNamed("Test").isNil());
