@@ -68,5 +68,22 @@ TEST_F(Features, HaveIdentifiersAndValues) {
       table_.valueForFeature_property_identifier(ink_, stringOf("bare"), stringOf("K")).isNil());
 }
 
+TEST(FeatureTable, FindsByEqualityAndNotByText) {
+  const Value list = plist(
+      "<dict><key>1</key><dict><key>Value</key><string>feature</string><key>Properties</key><dict>"
+      "<key>2</key><dict><key>Value</key><string>property</string><key>Identifiers</key><dict>"
+      "<key>3</key><string>identifier</string></dict></dict></dict></dict></dict>");
+  const FeatureTable table(Ref<Dictionary>(*castTo<Dictionary>(list)));
+  const Value texts[] = {stringOf("1"), stringOf("2"), stringOf("3")};
+  const Value numbers[] = {Number::integer(1), Number::integer(2), Number::integer(3)};
+  EXPECT_TRUE(equal(table.valueForFeature_property_identifier(texts[0], texts[1], texts[2]),
+                    stringOf("identifier")));
+  EXPECT_FALSE(table.isSupportedFeature(numbers[0]));
+  EXPECT_TRUE(table.valueForFeature(numbers[0]).isNil());
+  EXPECT_FALSE(table.isSupportedProperty_forFeature(numbers[1], texts[0]));
+  EXPECT_TRUE(table.valueForFeature_property(texts[0], numbers[1]).isNil());
+  EXPECT_TRUE(table.valueForFeature_property_identifier(texts[0], texts[1], numbers[2]).isNil());
+}
+
 }  // namespace
 }  // namespace commandfilter
