@@ -104,9 +104,10 @@ inline constexpr std::array kProcedureSignatures{
 /// The count of a procedure that is known when the program is compiled; a name that is none does
 /// not compile.
 [[nodiscard]] consteval ArgumentCount argumentsOf(std::string_view name) {
-  const ProcedureSignature* signature = procedureSignature(name);
-  if (signature == nullptr) throw std::invalid_argument("there is no such procedure");
-  return signature->count;
+  for (const ProcedureSignature& signature : kProcedureSignatures) {
+    if (signature.name == name) return signature.count;
+  }
+  throw std::invalid_argument("there is no such procedure");
 }
 
 }  // namespace commandfilter
