@@ -34,6 +34,12 @@ class BackendTransport {
                             double tableSeconds = kTableSeconds)
       : messages_(std::move(messages)), tableSeconds_(tableSeconds) {}
 
+  /// Forgets what the backend has answered, and that it has failed: another one may be there now.
+  void forgetAnswers() noexcept {
+    deviceID_.reset();
+    snmpFailed_ = false;
+  }
+
   /// The device ID as the device sent it; none when there is none.
   [[nodiscard]] std::optional<std::string> deviceID();
   /// The value of an object of the device's agent; none when it has none.

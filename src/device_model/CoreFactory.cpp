@@ -19,6 +19,7 @@ constexpr std::array kClassMethods{
         "newServiceInfoWithURI:ioProvider:"),
     classMethod<&CoreFactory::newServiceInfoWithURI_deviceClass>(
         "newServiceInfoWithURI:deviceClass:"),
+    classMethod<&CoreFactory::forgetAnswers>("forgetAnswers"),
 };
 
 }  // namespace
@@ -43,6 +44,12 @@ RefPtr<ADMServiceInfo> CoreFactory::newServiceInfoWithURI_deviceClass(const Stri
                                                                       const String* deviceClass) {
   if (textOf(deviceClass) != kPrinterDeviceClass) return nullptr;
   return newServiceInfoWithURI_ioProvider(uri, nullptr);
+}
+
+void CoreFactory::forgetAnswers() {
+  const DeviceSources sources = DeviceSources::ofThisJob();
+  sources.backend.get().forgetAnswers();
+  sources.queue.get().forgetAnswers();
 }
 
 }  // namespace commandfilter

@@ -24,6 +24,9 @@ struct CoreFactory {
   /// The same without an I/O provider; nil for another class than `kPrinterDeviceClass`.
   [[nodiscard]] static RefPtr<ADMServiceInfo> newServiceInfoWithURI_deviceClass(
       const String* uri, const String* deviceClass);
+  /// Forgets what the backend and the queue of real devices have answered, for a tool that puts
+  /// another backend in the place of the one before; in a job nobody does.
+  static void forgetAnswers();
 };
 
 }  // namespace commandfilter

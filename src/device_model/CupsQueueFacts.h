@@ -23,6 +23,7 @@ class CupsQueueFacts final : public QueueFacts {
   [[nodiscard]] std::string ppdAttribute(const char* name) override;
   [[nodiscard]] std::vector<InstallableOption> installableOptions() override;
   [[nodiscard]] const QueueAttributes& attributes() override;
+  void forgetAnswers() noexcept override { attributes_.reset(); }
   [[nodiscard]] URIParts partsOfURI(const std::string& uri) override;
 
  private:

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "device_model/NullObjects.h"
 #include "device_model/SimulatedStatusService.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
@@ -202,7 +203,7 @@ Result<Ref<Dictionary>> readDeviceDescription(const std::string& path) {
   const auto at = [&path](const std::string& reason) { return Failure{path + ": " + reason}; };
   Result<Value> list = readPropertyList(path);
   if (!list) return at(list.reason());
-  Result<Ref<Dictionary>> description = checkedDeviceDescription(*list);
+  Result<Ref<Dictionary>> description = checkedDeviceDescription(withNullObjects(*list));
   if (!description) return at(description.reason());
   return description;
 }

@@ -47,6 +47,8 @@ class QueueFacts {
   /// The attributes of the queue that tell about its device, asked for once; empty when the
   /// scheduler does not answer.
   [[nodiscard]] virtual const QueueAttributes& attributes() = 0;
+  /// Forgets the attributes: another queue may be meant now.
+  virtual void forgetAnswers() noexcept {}
   /// The parts of a URI; all empty for one that cannot be taken apart.
   [[nodiscard]] virtual URIParts partsOfURI(const std::string& uri) = 0;
 };

@@ -14,8 +14,17 @@
 
 namespace commandfilter {
 
-constinit const Class SimulatedServiceInfo::kClass{.name = "VemoSimulatedServiceInfo",
-                                                   .base = &DeviceServiceInfo::kClass};
+namespace {
+
+constexpr std::array kOwnMethods{
+    method<&SimulatedServiceInfo::deviceDescription>("deviceDescription")};
+
+}  // namespace
+
+constinit const Class SimulatedServiceInfo::kClass{
+    .name = "VemoSimulatedServiceInfo", .base = &DeviceServiceInfo::kClass, .methods = kOwnMethods};
+
+Value SimulatedServiceInfo::deviceDescription() { return Value::sharing(&description()); }
 
 Ref<SimulatedServiceInfo> SimulatedServiceInfo::create(const String& uri) {
   return make<SimulatedServiceInfo>(String::create(uri.text()));

@@ -32,6 +32,9 @@ class SimulatedServiceInfo final : public DeviceServiceInfo {
   [[nodiscard]] RefPtr<String> deviceID() override { return text("DeviceID"); }
   [[nodiscard]] Value statusService(const Protocol& protocol) override;
   [[nodiscard]] Value capabilitiesProvider() override;
+  /// The description, for whoever wants to see all of it; also found by the message
+  /// `deviceDescription`. Empty when there is none that can be used.
+  [[nodiscard]] Value deviceDescription();
   /// The service that is described under the name; nil when there is none.
   [[nodiscard]] Value serviceNamed(std::string_view name, const Protocol* protocol = nullptr);
 

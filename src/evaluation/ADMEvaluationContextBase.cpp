@@ -190,6 +190,12 @@ CompiledMacros* ADMEvaluationContextBase::compiledMacros() {
   return macros_.get();
 }
 
+RefPtr<ADMEvaluationProcessor> ADMEvaluationContextBase::compiledMacro(const EvaluationName& name) {
+  CompiledMacros* macros = compiledMacros();
+  const CompiledMacro* macro = macros != nullptr ? macros->macroNamed(name) : nullptr;
+  return macro != nullptr ? RefPtr<ADMEvaluationProcessor>(macro->processor) : nullptr;
+}
+
 Value ADMEvaluationContextBase::executeMacro(const CompiledMacro& macro, const Array* arguments) {
   const Ref<ADMMacrosEvaluationContext> context =
       ADMMacrosEvaluationContext::contextWithArguments_parentContext(

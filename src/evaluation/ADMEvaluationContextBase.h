@@ -54,6 +54,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   /// unless both have the same configuration.
   void shareCompiledMacrosOf(ADMEvaluationContextBase& other);
 
+  /// The macro that a call of that name reaches, compiled; nil when there is none. The contexts that
+  /// are made for this one's evaluations have the same.
+  /// @throws Exception when what stands under the name is no text.
+  [[nodiscard]] RefPtr<ADMEvaluationProcessor> compiledMacro(const EvaluationName& name);
+
   /// A scratch store for procedures, which `resetEvaluations` empties.
   [[nodiscard]] MutableDictionary& commonCache();
 

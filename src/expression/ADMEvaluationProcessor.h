@@ -1,6 +1,8 @@
 // An expression, compiled and ready to be evaluated.
 #pragma once
 
+#include <utility>
+
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
 #include "runtime/Class.h"
@@ -36,6 +38,12 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcessor final : public Object {
 
   /// The root of the tree; nil when the expression did not compile. Borrowed.
   [[nodiscard]] const ADMEvaluationItemBase* rootItem() const noexcept { return rootItem_.get(); }
+  /// The same, shared, for tools that change the tree, such as to watch its evaluation.
+  [[nodiscard]] const RefPtr<ADMEvaluationItemBase>& sharedRootItem() const noexcept {
+    return rootItem_;
+  }
+  /// Puts another item in the place of the root.
+  void setRootItem(RefPtr<ADMEvaluationItemBase> item) noexcept { rootItem_ = std::move(item); }
   [[nodiscard]] const Ref<String>& expressionString() const noexcept { return expressionString_; }
 
  private:

@@ -48,6 +48,11 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessor final : public Object {
   /// What the contexts of all values share, made on the first call.
   [[nodiscard]] Ref<Dictionary> globalConfiguration();
 
+  /// The descriptions of the values by key; nil when the template has none.
+  [[nodiscard]] const RefPtr<Dictionary>& valuesTemplate() const noexcept {
+    return valuesTemplate_;
+  }
+
   /// A dictionary from value key to a dictionary with "category" (integer) and "description"
   /// (string), in the order of the template; nil when there are no errors. A value that failed once
   /// stays in it.

@@ -1,15 +1,20 @@
 #include "Device.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
+#include "DeviceModel.h"
 #include "UsageError.h"
-#include "runtime/Bundle.h"
+#include "device/CupsQueues.h"
 #include "runtime/Class.h"
+#include "runtime/ClassRegistry.h"
 #include "runtime/Description.h"
+#include "runtime/ProcessInfo.h"
 #include "runtime/RunLoop.h"
-#include "runtime/device_model/ADMCoreFactory.h"
+#include "runtime/Send.h"
 #include "runtime/device_model/ADMServiceInfoDelegate.h"
 #include "runtime/device_model/DeviceModelConstants.h"
 
@@ -17,6 +22,7 @@ namespace commandfilter::tools {
 
 namespace {
 
+constexpr std::string_view kSimulated = "simulated://";
 constexpr double kTimeout = 30;
 constexpr double kSlice = 0.4;
 
@@ -81,44 +87,83 @@ std::string escaped(std::string_view path) {
   return text;
 }
 
-std::string uriOf(const std::string& device) {
+struct Place {
+  std::string uri;
+  // The queue that the device belongs to; empty when none was named.
+  std::string queue;
+};
+
+Place placeOf(const std::string& device) {
   std::error_code error;
   if (std::filesystem::exists(device, error)) {
-    return "simulated://" + escaped(std::filesystem::absolute(device).string());
+    return {std::string(kSimulated) + escaped(std::filesystem::absolute(device).string()), ""};
   }
-  if (device.find(':') != std::string::npos) return device;
-  throw UsageError("device " + device +
-                   ": there is no such file; name a device description or a device URI");
+  if (device.find(':') != std::string::npos) return {device, ""};
+  constexpr std::string_view kRemedy =
+      "; name a device description, a device URI or a queue, which \"admtemplate device\" lists";
+  const std::string what = "device " + device + ": there is no such file";
+  if (device.find('/') != std::string::npos) throw UsageError(what + std::string(kRemedy));
+  if (const auto queue = cupsQueueNamed(device)) return {queue->deviceURI, device};
+  throw UsageError(what + " and no such queue" + std::string(kRemedy));
 }
 
-// The framework stands beside the filter; both are installed below one prefix.
-ADMCoreFactory loadDeviceModel() {
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-  const std::string path = (program.parent_path().parent_path() /
-                            "lib/commandfilter/CommandFilter.app/Contents/Frameworks/"
-                            "VemoDeviceModel.bundle")
-                               .string();
-  const RefPtr<Bundle> bundle = Bundle::bundleWithPath(path);
-  if (!bundle) throw UsageError("the device model is not installed: " + path + " is missing");
-  if (!bundle->load()) throw UsageError("device model " + path + ": " + bundle->loadFailure());
-  const std::optional<ADMCoreFactory> core = ADMCoreFactory::find();
-  if (!core) throw UsageError("device model " + path + ": it has no class ADMCoreFactory");
-  return *core;
+// A filter inside a job has a backend already.
+bool isOfThisJob(const std::string& uri) {
+  return ProcessInfo::environmentValue("DEVICE_URI") == uri;
+}
+
+// The device model takes the queue's facts from where the scheduler puts them for a filter. What
+// PRINTER is to a user, the default printer, has nothing to do with the device.
+void setQueue(const std::string& queue) {
+  const auto ppd = queue.empty() ? std::nullopt : ppdOfQueue(queue);
+  if (queue.empty()) {
+    unsetenv("PRINTER");
+  } else {
+    setenv("PRINTER", queue.c_str(), 1);
+  }
+  if (ppd) {
+    setenv("PPD", ppd->c_str(), 1);
+  } else {
+    unsetenv("PPD");
+  }
+}
+
+// The device model of this product keeps what a job's one backend has answered.
+void forgetAnswers() {
+  static const Selector kForget("forgetAnswers");
+  const Class* framework = classNamed("ADMCoreFactory");
+  if (framework != nullptr && framework->classMethod(kForget) != nullptr) {
+    sendToClass(*framework, kForget);
+  }
+}
+
+std::unique_ptr<BackendProcess> backendOf(const Place& place) {
+  if (place.uri.starts_with(kSimulated) || isOfThisJob(place.uri)) return nullptr;
+  setQueue(place.queue);
+  forgetAnswers();
+  return BackendProcess::start(place.uri);
 }
 
 }  // namespace
 
-Ref<ADMServiceInfo> openDevice(const std::string& device) {
-  const std::string uri = uriOf(device);
-  const RefPtr<ADMServiceInfo> info = loadDeviceModel().newServiceInfoWithURI_deviceClass(
-      *String::create(uri), *String::create(std::string(kPrinterDeviceClass)));
-  if (!info) throw UsageError("device " + device + ": the device model knows no such device");
+Device Device::open(const std::string& name) {
+  const Place place = placeOf(name);
+  const ADMCoreFactory framework = loadDeviceModel();
+  // Before anything else opens a descriptor: the side channel's is a fixed one.
+  std::unique_ptr<BackendProcess> backend = backendOf(place);
+  const RefPtr<ADMServiceInfo> info = framework.newServiceInfoWithURI_deviceClass(
+      *String::create(place.uri), *String::create(std::string(kPrinterDeviceClass)));
+  if (!info) throw UsageError("device " + name + ": the device model knows no such device");
   const Ref<Resolution> resolution = Resolution::create();
   resolution->run(*info);
   if (!resolution->reason().empty()) {
-    throw UsageError("device " + device + ": " + resolution->reason());
+    throw UsageError("device " + name + ": " + resolution->reason());
   }
-  return Ref<ADMServiceInfo>(*info);
+  return {std::move(backend), Ref<ADMServiceInfo>(*info), !place.uri.starts_with(kSimulated)};
+}
+
+std::vector<std::string> Device::complaints() const {
+  return backend_ ? backend_->complaints() : std::vector<std::string>();
 }
 
 }  // namespace commandfilter::tools

@@ -1,17 +1,42 @@
 // The device that a template is asked about.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "device/BackendProcess.h"
 #include "runtime/Ref.h"
 #include "runtime/device_model/ADMServiceInfo.h"
 
 namespace commandfilter::tools {
 
-/// The resolved device that `device` names: the path of a device description, or a device URI. May
-/// wait for the device.
-/// @throws UsageError when there is no such file, when the description cannot be used, when the
-/// device does not resolve, and when the device model is not installed.
-[[nodiscard]] Ref<ADMServiceInfo> openDevice(const std::string& device);
+/// A device that can be asked, as long as the object lives.
+class Device {
+ public:
+  /// The resolved device that `name` names: the path of a device description, a device URI, or a
+  /// queue of the scheduler. For the URI of a real device its backend is started. May wait for the
+  /// device.
+  /// @throws UsageError when there is nothing of that name, when the description cannot be used,
+  /// when the device does not resolve, when its backend cannot be started, and when the device
+  /// model is not installed.
+  [[nodiscard]] static Device open(const std::string& name);
+
+  [[nodiscard]] const Ref<ADMServiceInfo>& serviceInfo() const noexcept { return info_; }
+  /// NO for a device that is described in a file.
+  [[nodiscard]] bool isReal() const noexcept { return isReal_; }
+  /// What the device's backend has complained about; empty for a described device.
+  [[nodiscard]] std::vector<std::string> complaints() const;
+
+ private:
+  Device(std::unique_ptr<BackendProcess> backend, Ref<ADMServiceInfo> info, bool isReal)
+      : backend_(std::move(backend)), info_(std::move(info)), isReal_(isReal) {}
+
+  /// nullptr for a described device.
+  std::unique_ptr<BackendProcess> backend_;
+  Ref<ADMServiceInfo> info_;
+  bool isReal_;
+};
 
 }  // namespace commandfilter::tools

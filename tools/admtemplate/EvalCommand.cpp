@@ -1,24 +1,18 @@
 #include "EvalCommand.h"
 
-#include <algorithm>
 #include <ostream>
 
-#include "Device.h"
 #include "Evaluation.h"
-#include "InputFile.h"
 #include "MissingNotes.h"
-#include "NoDevice.h"
-#include "PlugIns.h"
 #include "Report.h"
 #include "UsageError.h"
-#include "template/status/ADMDMFStatusServiceCreator.h"
 
 namespace commandfilter::tools {
 
 namespace {
 
 void requireSense(const EvalArguments& arguments) {
-  if (!arguments.configurationTemplate && !arguments.expression) {
+  if (!arguments.setting.configurationTemplate && !arguments.expression) {
     throw UsageError("nothing to evaluate: name a template, or give an --expression");
   }
   if (arguments.expression && !arguments.keys.empty()) {
@@ -27,24 +21,6 @@ void requireSense(const EvalArguments& arguments) {
   if (arguments.service && !arguments.expression) {
     throw UsageError("--service belongs to --expression; in a template, each value names its own");
   }
-}
-
-Ref<ADMStatusServiceCreator> servicesOf(const std::optional<std::string>& device) {
-  if (!device) return NoDevice::create();
-  const RefPtr<ADMDMFStatusServiceCreator> creator =
-      ADMDMFStatusServiceCreator::initWithDMFServiceInfo(openDevice(*device));
-  return Ref<ADMStatusServiceCreator>(*creator);
-}
-
-Question questionOf(const EvalArguments& arguments) {
-  RefPtr<Dictionary> configuration;
-  if (arguments.configurationTemplate) {
-    configuration = readDictionary(*arguments.configurationTemplate, "template");
-  }
-  RefPtr<Dictionary> input;
-  if (arguments.input) input = readDictionary(*arguments.input, "input");
-  for (const std::string& plugIn : arguments.plugIns) loadPlugIn(plugIn);
-  return {std::move(configuration), std::move(input), servicesOf(arguments.device)};
 }
 
 std::string textOf(const Outcome& outcome, const EvalArguments& arguments) {
@@ -70,17 +46,12 @@ void noteBrokenOff(const Outcome& outcome, const EvalArguments& arguments, std::
   }
 }
 
-bool failed(const Outcome& outcome) {
-  return !outcome.errors.empty() || !outcome.constantErrors.empty() ||
-         std::ranges::any_of(outcome.answers,
-                             [](const Answer& answer) { return !answer.exception.empty(); });
-}
-
 }  // namespace
 
 int runEval(const EvalArguments& arguments, std::ostream& report, std::ostream& messages) {
   requireSense(arguments);
-  const Question question = questionOf(arguments);
+  const Setting setting = loadSetting(arguments.setting);
+  const Question& question = setting.question;
   const Outcome outcome =
       arguments.expression ? evaluateExpression(question, *arguments.expression, arguments.service)
                            : evaluateTemplate(question, arguments.keys);
@@ -88,7 +59,8 @@ int runEval(const EvalArguments& arguments, std::ostream& report, std::ostream& 
   report << textOf(outcome, arguments) << std::flush;
   noteWhatIsMissing(question, outcome, arguments, messages);
   noteBrokenOff(outcome, arguments, messages);
-  return arguments.strict && failed(outcome) ? 1 : 0;
+  noteComplaints(setting, arguments.setting, messages);
+  return arguments.strict && hasErrors(outcome) ? 1 : 0;
 }
 
 }  // namespace commandfilter::tools

@@ -6,19 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "Setting.h"
+
 namespace commandfilter::tools {
 
 enum class ReportFormat { Text, JSON, PropertyList };
 
 /// What the user asks `admtemplate eval` for.
 struct EvalArguments {
-  std::optional<std::string> configurationTemplate;
+  SettingArguments setting;
   std::vector<std::string> keys;
   std::optional<std::string> expression;
   std::optional<std::string> service;
-  std::optional<std::string> device;
-  std::optional<std::string> input;
-  std::vector<std::string> plugIns;
   ReportFormat format = ReportFormat::Text;
   bool strict = false;
 };

@@ -1,10 +1,10 @@
 #include "Evaluation.h"
 
+#include <algorithm>
+
 #include "WrittenSize.h"
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
-#include "template/ADMStatusValueRepresentation.h"
-#include "template/ADMTemplateProcessor.h"
 
 namespace commandfilter::tools {
 
@@ -50,6 +50,12 @@ Answer answerOf(RefPtr<String> key, Compute&& compute) {
 
 }  // namespace
 
+bool hasErrors(const Outcome& outcome) {
+  return !outcome.errors.empty() || !outcome.constantErrors.empty() ||
+         std::ranges::any_of(outcome.answers,
+                             [](const Answer& answer) { return !answer.exception.empty(); });
+}
+
 Outcome evaluateTemplate(const Question& question, const std::vector<std::string>& keys) {
   const Ref<ADMTemplateProcessor> processor = processorOf(question);
   Outcome outcome;
@@ -63,7 +69,8 @@ Outcome evaluateTemplate(const Question& question, const std::vector<std::string
 }
 
 Outcome evaluateExpression(const Question& question, const std::string& expression,
-                           const std::optional<std::string>& serviceName) {
+                           const std::optional<std::string>& serviceName,
+                           const Preparation& prepare) {
   const Ref<ADMTemplateProcessor> processor = processorOf(question);
   DictionaryBuilder info;
   info.set("Value", String::create(expression));
@@ -75,6 +82,7 @@ Outcome evaluateExpression(const Question& question, const std::string& expressi
     representation = ADMStatusValueRepresentation::
         initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
             description.get(), question.services.get(), processor->globalConfiguration());
+    if (representation && prepare) prepare(*processor, *representation);
     return representation ? representation->representationData() : Value();
   }));
   if (representation) {

@@ -1,6 +1,7 @@
 // What a template, or one expression, gives.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "runtime/Ref.h"
 #include "runtime/String.h"
 #include "runtime/Value.h"
+#include "template/ADMStatusValueRepresentation.h"
+#include "template/ADMTemplateProcessor.h"
 #include "template/TemplateError.h"
 #include "template/status/ADMStatusServiceCreator.h"
 
@@ -44,14 +47,21 @@ struct Outcome {
   std::vector<TemplateError> constantErrors;
 };
 
+/// True when something has failed, a constant included.
+[[nodiscard]] bool hasErrors(const Outcome& outcome);
+
 /// Computes the values with these keys, or all of the template when none is named. The template
 /// must be there.
 [[nodiscard]] Outcome evaluateTemplate(const Question& question,
                                        const std::vector<std::string>& keys);
 
+/// Gets the template and the value that the expression has become, before it is evaluated.
+using Preparation = std::function<void(ADMTemplateProcessor&, ADMStatusValueRepresentation&)>;
+
 /// Computes one expression as a value of the template, over the service of that name when there is
 /// one. Its error has no key of its own: the key is empty.
 [[nodiscard]] Outcome evaluateExpression(const Question& question, const std::string& expression,
-                                         const std::optional<std::string>& serviceName);
+                                         const std::optional<std::string>& serviceName,
+                                         const Preparation& prepare = {});
 
 }  // namespace commandfilter::tools
