@@ -1,0 +1,140 @@
+// admtemplate device with devices that are described in files.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Admtemplate.h"
+#include "support/File.h"
+#include "support/TemporaryFolder.h"
+
+namespace commandfilter::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
+<key>DeviceID</key><string>MFG:Acme;MDL:M1;</string>
+<key>VendorName</key><string>Acme</string>
+<key>ModelName</key><string>M1</string>
+<key>ConnectionType</key><string>Network</string>
+<key>ConnectionParams</key><dict><key>IPAddress</key><string>192.0.2.1</string></dict>
+<key>ModelInfo</key><dict><key>Capabilities</key><dict><key>duplex</key><true/></dict></dict>
+<key>StatusServices</key><dict>
+  <key>DMFSuppliesStatus</key><dict>
+    <key>Messages</key><dict>
+      <key>suppliesIdentifiers</key><array><string>K</string><string>C</string></array>
+      <key>supplyLevelForIdentifier:</key><dict><key>K</key><integer>40</integer></dict>
+      <key>since</key><date>2020-01-31T12:00:00Z</date>
+      <key>raw</key><data>AP8=</data>
+      <key>sum:of:</key><real>2.5</real>
+    </dict>
+    <key>Features</key><dict><key>ink</key><dict>
+      <key>Value</key><string>present &amp; &lt;full&gt;</string>
+      <key>Identifiers</key><array><string>K</string><string>C</string></array>
+      <key>Properties</key><dict><key>level</key><dict>
+        <key>Value</key><array><integer>40</integer><dict><key>$null</key><true/></dict></array>
+        <key>Identifiers</key><dict><key>K</key><integer>40</integer></dict>
+      </dict></dict>
+    </dict></dict>
+  </dict>
+  <key>Own</key><dict><key>Messages</key><dict><key>answer</key><false/></dict></dict>
+</dict></dict></plist>
+)";
+
+class DeviceCommand : public ::testing::Test {
+ protected:
+  DeviceCommand() { writeFile(device_, kDevice); }
+  [[nodiscard]] static std::string asked(const std::string& device, const std::string& service,
+                                         const std::string& expression) {
+    return runAdmtemplate({"eval", "--device", device, "--service", service, "--expression",
+                           expression, "--format", "json"})
+        .output;
+  }
+
+  TemporaryFolder folder_;
+  std::string device_ = (folder_.path() / "a device.plist").string();
+  std::string saved_ = (folder_.path() / "saved.plist").string();
+};
+
+TEST_F(DeviceCommand, ShowsWhatIsKnownAsExpressionsWriteIt) {
+  const ChildResult result = runAdmtemplate({"device", device_});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(result.output, "URI:         simulated://" + folder_.path().string() +
+                               "/a%20device.plist\n"
+                               "Device ID:   MFG:Acme;MDL:M1;\n"
+                               "Vendor:      Acme\n"
+                               "Model:       M1\n"
+                               "Connection:  Network\n"
+                               "  IPAddress: 192.0.2.1\n"
+                               "\n"
+                               "Table Capabilities\n"
+                               "  duplex = true\n"
+                               "\n"
+                               "Service DMFSuppliesStatus\n"
+                               "  @suppliesIdentifiers = [\"K\",\"C\"]\n"
+                               "  @supplyLevelForIdentifier: of K = 40\n"
+                               "  @since = {\"$date\":\"2020-01-31T12:00:00Z\"}\n"
+                               "  @raw = {\"$data\":\"AP8=\"}\n"
+                               "  @sum:of: = 2.5\n"
+                               "  {ink} = \"present & <full>\"\n"
+                               "  {ink}.level = [40,null]\n"
+                               "  {ink}[K].level = 40\n"
+                               "\n"
+                               "Service Own\n"
+                               "  @answer = false\n");
+}
+
+TEST_F(DeviceCommand, SavesADescriptionThatAnswersTheSame) {
+  const ChildResult result = runAdmtemplate({"device", device_, "--format", "plist"});
+  EXPECT_EQ(result.exitStatus, 0);
+  writeFile(saved_, result.output);
+  for (const char* expression :
+       {"@suppliesIdentifiers", "_Filter(@suppliesIdentifiers, @supplyLevelForIdentifier: ne @nil)",
+        "@since", "@raw", "{ink}", "{ink}.level", "{ink}[K].level", "{ink}[C].level", "{none}",
+        "@service _CallMethod(\"sum:of:\", 1, 2)", "@missing"}) {
+    const std::string answer = asked(device_, "DMFSuppliesStatus", expression);
+    EXPECT_EQ(asked(saved_, "DMFSuppliesStatus", expression), answer) << expression;
+  }
+  EXPECT_THAT(asked(saved_, "DMFSuppliesStatus", "{ink}.level"), HasSubstr("null"));
+  EXPECT_EQ(asked(saved_, "Own", "@answer"), asked(device_, "Own", "@answer"));
+  // Once more, and nothing is lost.
+  EXPECT_EQ(runAdmtemplate({"device", saved_, "--format", "plist"}).output, result.output);
+}
+
+TEST_F(DeviceCommand, TellsOfADeviceWithoutServices) {
+  writeFile(device_, "<plist><dict><key>ServiceState</key><integer>3</integer></dict></plist>");
+  EXPECT_THAT(runAdmtemplate({"device", device_}).output, HasSubstr("it has no services"));
+}
+
+TEST_F(DeviceCommand, ExplainsWhatItCannotUse) {
+  const auto expectRefusal = [](const std::string& device, const std::string& reason) {
+    const ChildResult result = runAdmtemplate(
+        {"device", device}, "", {"CUPS_SERVER=/nonexistent", "CUPS_SERVERBIN=/nonexistent"});
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, HasSubstr(reason));
+  };
+  expectRefusal(saved_, "there is no such file");
+  expectRefusal("queue", "there is no such file and no such queue");
+  expectRefusal("nix://host", "CUPS has no backend /nonexistent/backend/nix");
+  expectRefusal("../x:y", "this is no device URI");
+  expectRefusal(":", "this is no device URI");
+  expectRefusal("simulated:///nonexistent", "/nonexistent");
+  writeFile(saved_,
+            "<plist><dict><key>Resolution</key><dict><key>Outcome</key>"
+            "<string>fail</string></dict></dict></plist>");
+  expectRefusal(saved_, "does not resolve");
+}
+
+TEST_F(DeviceCommand, SaysWhatCanBeNamedWithoutAScheduler) {
+  const ChildResult result =
+      runAdmtemplate({"device"}, "", {"CUPS_SERVER=/nonexistent", "CUPS_SERVERBIN=/nonexistent"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, HasSubstr("no queues"));
+  EXPECT_THAT(result.output, HasSubstr("URIs may begin with: none"));
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

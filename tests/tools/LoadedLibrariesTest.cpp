@@ -1,0 +1,50 @@
+// The libraries that the tool loads: most of its time goes into loading.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Admtemplate.h"
+#include "support/File.h"
+#include "support/TemporaryFolder.h"
+
+namespace commandfilter::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class ToolLibraries : public ::testing::Test {
+ protected:
+  // What the loader says.
+  static std::string report(const std::vector<std::string>& arguments,
+                            const std::string& input = {}) {
+    return runAdmtemplate(arguments, input, {"LD_DEBUG=libs"}).errors;
+  }
+  static void expectFew(const std::string& report) {
+    EXPECT_THAT(report, HasSubstr("libplist"));
+    for (const char* name : {"libcups", "libuv", "libicu", "libedit"}) {
+      EXPECT_THAT(report, Not(HasSubstr(name)));
+    }
+  }
+
+  ToolLibraries() {
+    writeFile(device_, "<plist><dict><key>ModelName</key><string>M</string></dict></plist>");
+  }
+  TemporaryFolder folder_;
+  std::string device_ = (folder_.path() / "device.plist").string();
+};
+
+TEST_F(ToolLibraries, AreFewForADescribedDevice) {
+  expectFew(report({"eval", "--expression", "1 + @deviceState", "--service", "DMFDeviceStatus",
+                    "--device", device_}));
+  expectFew(report({"device", device_}));
+  expectFew(report({"repl", "--device", device_}, ":trace 1 + 2\n:device\n"));
+}
+
+TEST_F(ToolLibraries, IncludeCupsForQueues) {
+  EXPECT_THAT(report({"device"}), HasSubstr("libcups"));
+}
+
+}  // namespace
+}  // namespace commandfilter::testing

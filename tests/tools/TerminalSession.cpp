@@ -1,0 +1,87 @@
+#include "TerminalSession.h"
+
+#include <poll.h>
+#include <pty.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <system_error>
+
+namespace commandfilter::testing {
+
+namespace {
+
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+}  // namespace
+
+TerminalSession::TerminalSession(const std::vector<std::string>& arguments,
+                                 const std::vector<std::string>& environment) {
+  const std::vector<char*> words = pointersTo(arguments);
+  const std::vector<char*> variables = pointersTo(environment);
+  winsize size{};
+  size.ws_row = 24;
+  size.ws_col = 200;
+  int terminal = -1;
+  process_ = forkpty(&terminal, nullptr, nullptr, &size);
+  if (process_ < 0) throw std::system_error(errno, std::generic_category(), "forkpty");
+  if (process_ == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    execve(words[0], words.data(), variables.data());
+    _exit(127);
+  }
+  terminal_ = FileDescriptor(terminal);
+}
+
+TerminalSession::~TerminalSession() {
+  if (process_ <= 0) return;
+  kill(process_, SIGKILL);
+  waitpid(process_, nullptr, 0);
+}
+
+void TerminalSession::type(std::string_view keys) const {
+  static_cast<void>(!write(terminal_.get(), keys.data(), keys.size()));
+}
+
+bool TerminalSession::readSome() {
+  constexpr int kMilliseconds = 60'000;
+  pollfd channel{terminal_.get(), POLLIN, 0};
+  if (poll(&channel, 1, kMilliseconds) <= 0) return false;
+  std::array<char, 4096> buffer{};
+  const ssize_t count = read(terminal_.get(), buffer.data(), buffer.size());
+  if (count <= 0) return false;
+  output_.append(buffer.data(), static_cast<std::size_t>(count));
+  return true;
+}
+
+bool TerminalSession::waitFor(std::string_view text) {
+  while (true) {
+    const std::size_t found = output_.find(text, seen_);
+    if (found != std::string::npos) {
+      seen_ = found + text.size();
+      return true;
+    }
+    if (!readSome()) return false;
+  }
+}
+
+int TerminalSession::finish() {
+  while (readSome()) {
+  }
+  int status = 0;
+  waitpid(process_, &status, 0);
+  process_ = -1;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace commandfilter::testing

@@ -1,0 +1,45 @@
+// A program at a terminal.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "runtime/FileDescriptor.h"
+
+namespace commandfilter::testing {
+
+/// Runs a program with a pseudo-terminal as its terminal. It does not outlive the object.
+class TerminalSession {
+ public:
+  /// `environment`: the whole, as "NAME=value".
+  /// @throws std::system_error when it cannot be started.
+  TerminalSession(const std::vector<std::string>& arguments,
+                  const std::vector<std::string>& environment);
+  TerminalSession(const TerminalSession&) = delete;
+  TerminalSession& operator=(const TerminalSession&) = delete;
+  ~TerminalSession();
+
+  /// Types keys.
+  void type(std::string_view keys) const;
+  /// Waits until the program has written the text behind what was waited for before. False when it
+  /// ends, or takes a minute, without.
+  bool waitFor(std::string_view text);
+  /// Waits for its end; the exit status, -1 when a signal ended it.
+  int finish();
+  /// All that was written.
+  [[nodiscard]] const std::string& output() const noexcept { return output_; }
+  [[nodiscard]] pid_t process() const noexcept { return process_; }
+
+ private:
+  bool readSome();
+
+  pid_t process_ = -1;
+  FileDescriptor terminal_;
+  std::string output_;
+  std::size_t seen_ = 0;
+};
+
+}  // namespace commandfilter::testing
