@@ -146,14 +146,13 @@ TEST_F(BackendProcess, OutlivesControlCAtThePromptAndIsAskedAfreshOnReload) {
                            "CUPS_SERVERBIN=" + folder_.path().string()});
   ASSERT_TRUE(session.waitFor("> "));
   session.type("x\x03");
-  ASSERT_TRUE(session.waitFor("^C\r\n"));
-  session.type("{model}\n");
-  ASSERT_TRUE(session.waitFor("\nM1\r\n"));
+  ASSERT_TRUE(session.typeUntil("{model}\n", "\nM1\r\n"));
   script("GET_DEVICE_ID OK MFG:Acme;MDL:M2;\n");
   session.type("{model}\n");
   ASSERT_TRUE(session.waitFor("\nM1\r\n"));
   session.type(":reload\n{model}\n");
   EXPECT_TRUE(session.waitFor("\nM2\r\n"));
+  ASSERT_TRUE(session.waitFor("> "));
   session.type("\x04");
   EXPECT_EQ(session.finish(), 0);
 }

@@ -53,10 +53,9 @@ void TerminalSession::type(std::string_view keys) const {
   static_cast<void>(!write(terminal_.get(), keys.data(), keys.size()));
 }
 
-bool TerminalSession::readSome() {
-  constexpr int kMilliseconds = 60'000;
+bool TerminalSession::readSome(int milliseconds) {
   pollfd channel{terminal_.get(), POLLIN, 0};
-  if (poll(&channel, 1, kMilliseconds) <= 0) return false;
+  if (poll(&channel, 1, milliseconds) <= 0) return false;
   std::array<char, 4096> buffer{};
   const ssize_t count = read(terminal_.get(), buffer.data(), buffer.size());
   if (count <= 0) return false;
@@ -64,15 +63,30 @@ bool TerminalSession::readSome() {
   return true;
 }
 
+bool TerminalSession::find(std::string_view text) {
+  const std::size_t found = output_.find(text, seen_);
+  if (found == std::string::npos) return false;
+  seen_ = found + text.size();
+  return true;
+}
+
 bool TerminalSession::waitFor(std::string_view text) {
-  while (true) {
-    const std::size_t found = output_.find(text, seen_);
-    if (found != std::string::npos) {
-      seen_ = found + text.size();
-      return true;
-    }
+  while (!find(text)) {
     if (!readSome()) return false;
   }
+  return true;
+}
+
+bool TerminalSession::typeUntil(std::string_view keys, std::string_view text) {
+  constexpr int kTries = 600;
+  constexpr int kMilliseconds = 100;
+  for (int i = 0; i < kTries; ++i) {
+    type(keys);
+    while (readSome(kMilliseconds)) {
+      if (find(text)) return true;
+    }
+  }
+  return false;
 }
 
 int TerminalSession::finish() {

@@ -27,6 +27,9 @@ class TerminalSession {
   /// Waits until the program has written the text behind what was waited for before. False when it
   /// ends, or takes a minute, without.
   bool waitFor(std::string_view text);
+  /// Types keys again and again until the program has written the text. For what follows Ctrl-C:
+  /// with the signal the terminal drops what is on its way in and out.
+  bool typeUntil(std::string_view keys, std::string_view text);
   /// Waits for its end; the exit status, -1 when a signal ended it.
   int finish();
   /// All that was written.
@@ -34,7 +37,8 @@ class TerminalSession {
   [[nodiscard]] pid_t process() const noexcept { return process_; }
 
  private:
-  bool readSome();
+  bool readSome(int milliseconds = 60'000);
+  bool find(std::string_view text);
 
   pid_t process_ = -1;
   FileDescriptor terminal_;
