@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -139,6 +140,43 @@ TEST(CommandLines, AreNotMendedWhenTheirMarksAreDamaged) {
     EXPECT_THROW(static_cast<void>(attachCommands(damaged, {})), ToolError);
     EXPECT_THROW(static_cast<void>(detachCommands(attached + mark + "\n")), ToolError);
   }
+}
+
+// Texts of pieces in any order: hardly one is a PPD, each is given back.
+TEST(CommandLines, AreTakenBackFromAnyText) {
+  const Words pieces = {"*PPD-Adobe: \"4.3\"",
+                        "*cupsFilter: \"application/vnd.cups-command 0 other\"",
+                        "*cupsFilter: \"application/vnd.cups-command\"",
+                        "*cupsFilter: \"\"",
+                        "*cupsFilter:",
+                        "*cupsFilter2: \"a/b c/d 0 x\"",
+                        "*cupsFilter2: \"application/vnd.cups-command q/r 0 z\"",
+                        "*cupsCommands: \"A B",
+                        "*cupsCommands: \"none\"",
+                        "\"",
+                        "*End",
+                        "\n",
+                        "\r",
+                        "\r\n",
+                        "*%",
+                        "*",
+                        "x",
+                        " ",
+                        ":"};
+  std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same texts each time
+  int attached = 0;
+  for (int i = 0; i < 20'000; ++i) {
+    std::string text;
+    for (std::size_t count = random() % 14; count > 0; --count) {
+      text.append(pieces[random() % pieces.size()]);
+    }
+    if (PPDText(text).statements().empty()) continue;
+    const std::string after = attachCommands(text, kCommands);
+    ASSERT_EQ(attachCommands(after, kCommands), after) << text;
+    ASSERT_EQ(detachCommands(after), text);
+    ++attached;
+  }
+  EXPECT_GT(attached, 1'000);
 }
 
 TEST(CommandLines, NeedStatements) {
