@@ -8,6 +8,7 @@
 #include "DataText.h"
 #include "EngineTemplate.h"
 #include "LibraryParsing.h"
+#include "LuaEngine.h"
 #include "LuaTemplate.h"
 #include "StatusDevice.h"
 #include "StatusTemplate.h"

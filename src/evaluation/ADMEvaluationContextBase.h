@@ -54,8 +54,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   /// unless both have the same configuration.
   void shareCompiledMacrosOf(ADMEvaluationContextBase& other);
 
-  /// The macro that a call of that name reaches, compiled; nil when there is none. The contexts that
-  /// are made for this one's evaluations have the same.
+  /// The macro that a call of that name reaches, compiled; nil when there is none. The contexts
+  /// that are made for this one's evaluations have the same.
   /// @throws Exception when what stands under the name is no text.
   [[nodiscard]] RefPtr<ADMEvaluationProcessor> compiledMacro(const EvaluationName& name);
 

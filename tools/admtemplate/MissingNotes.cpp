@@ -22,7 +22,7 @@ const Dictionary* valuesOf(const Question& question) {
 void noteMissingValues(const Question& question, const EvalArguments& arguments,
                        const Outcome& outcome, std::ostream& messages) {
   if (arguments.expression) return;
-  const std::string about = "admtemplate: template " + *arguments.configurationTemplate;
+  const std::string about = "admtemplate: template " + *arguments.setting.configurationTemplate;
   const Dictionary* values = valuesOf(question);
   if (outcome.answers.empty()) {
     messages << about << " has no values; they stand in a dictionary under TemplateValues\n";
@@ -78,8 +78,8 @@ void noteMissingServices(const Question& question, const EvalArguments& argument
   std::set<std::string> noted;
   for (const Ref<String>& service : services) {
     if (!isMissing(question, *service) || !noted.insert(service->text()).second) continue;
-    if (arguments.device) {
-      messages << "admtemplate: device " << *arguments.device << " has no service "
+    if (arguments.setting.device) {
+      messages << "admtemplate: device " << *arguments.setting.device << " has no service "
                << service->view() << '\n';
     } else {
       messages << "admtemplate: there is no device to ask for " << service->view()

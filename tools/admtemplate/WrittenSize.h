@@ -6,8 +6,8 @@
 namespace commandfilter::tools {
 
 /// Refuses a value that no report can hold: one that is nested deeper than a property list may be,
-/// or, written out, has more than a few million parts or a quarter of a gigabyte of text. Parts that
-/// a value holds several times count each time, but are looked at once.
+/// or, written out, has more than a few million parts or a quarter of a gigabyte of text. Parts
+/// that a value holds several times count each time, but are looked at once.
 /// @throws Exception with the reason.
 void requireWritable(const Value& value);
 
