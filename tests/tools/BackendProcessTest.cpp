@@ -133,7 +133,7 @@ TEST_F(BackendProcess, EndsWithAToolThatIsKilled) {
   TerminalSession session({ADMTEMPLATE, "repl", "--device", uri_},
                           {"PATH=/usr/bin:/bin", "TERM=xterm", "HOME=" + folder_.path().string(),
                            "CUPS_SERVERBIN=" + folder_.path().string()});
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   EXPECT_TRUE(anyProcessNames(folder_.path().string()));
   kill(session.process(), SIGKILL);
   EXPECT_EQ(session.finish(), -1);
@@ -144,7 +144,7 @@ TEST_F(BackendProcess, OutlivesControlCAtThePromptAndIsAskedAfreshOnReload) {
   TerminalSession session({ADMTEMPLATE, "repl", "--device", uri_, "--service", "DMFDeviceStatus"},
                           {"PATH=/usr/bin:/bin", "TERM=xterm", "HOME=" + folder_.path().string(),
                            "CUPS_SERVERBIN=" + folder_.path().string()});
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("x\x03");
   ASSERT_TRUE(session.typeUntil("{model}\n", "\nM1\r\n"));
   script("GET_DEVICE_ID OK MFG:Acme;MDL:M2;\n");
@@ -152,9 +152,7 @@ TEST_F(BackendProcess, OutlivesControlCAtThePromptAndIsAskedAfreshOnReload) {
   ASSERT_TRUE(session.waitFor("\nM1\r\n"));
   session.type(":reload\n{model}\n");
   EXPECT_TRUE(session.waitFor("\nM2\r\n"));
-  ASSERT_TRUE(session.waitFor("> "));
-  session.type("\x04");
-  EXPECT_EQ(session.finish(), 0);
+  EXPECT_EQ(session.finish("\x04"), 0);
 }
 
 TEST_F(BackendProcess, ExplainsOneThatMayNotBeRun) {

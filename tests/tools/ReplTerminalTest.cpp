@@ -44,31 +44,25 @@ class ReplTerminal : public ::testing::Test {
 
 TEST_F(ReplTerminal, ShowsAPromptAndEndsWithControlD) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("1 + 2\n");
   EXPECT_TRUE(session.waitFor("\n12\r\n"));
-  // Not before the line is edited again: until then it would be lost.
-  ASSERT_TRUE(session.waitFor("> "));
-  session.type(kEnd);
-  EXPECT_EQ(session.finish(), 0);
+  EXPECT_EQ(session.finish(kEnd), 0);
 }
 
 TEST_F(ReplTerminal, KeepsAHistoryForTheNextTime) {
   {
     TerminalSession session = start();
-    ASSERT_TRUE(session.waitFor("> "));
+    ASSERT_TRUE(session.waitForPrompt());
     session.type("\"a\" + \"b\"\n");
     ASSERT_TRUE(session.waitFor("\nab\r\n"));
-    // Not before the line is edited again: until then it would be lost.
-    ASSERT_TRUE(session.waitFor("> "));
-    session.type(kEnd);
-    EXPECT_EQ(session.finish(), 0);
+    EXPECT_EQ(session.finish(kEnd), 0);
   }
   using std::filesystem::perms;
   EXPECT_EQ(std::filesystem::status(history()).permissions(),
             perms::owner_read | perms::owner_write);
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type(kUp);
   ASSERT_TRUE(session.waitFor("\"a\" + \"b\""));
   session.type(" + \"c\"\n");
@@ -78,19 +72,16 @@ TEST_F(ReplTerminal, KeepsAHistoryForTheNextTime) {
 TEST_F(ReplTerminal, WorksWhereNoHistoryCanBeKept) {
   writeFile(state_, "no folder");
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("1 + 2\n");
   EXPECT_TRUE(session.waitFor("\n12\r\n"));
-  // Not before the line is edited again: until then it would be lost.
-  ASSERT_TRUE(session.waitFor("> "));
-  session.type(kEnd);
-  EXPECT_EQ(session.finish(), 0);
+  EXPECT_EQ(session.finish(kEnd), 0);
   EXPECT_EQ(session.output().find("istory"), std::string::npos);
 }
 
 TEST_F(ReplTerminal, CompletesANameWithTheTabKey) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("$L\t");
   ASSERT_TRUE(session.waitFor("imit"));
   session.type(" + _GetS\t");
@@ -101,7 +92,7 @@ TEST_F(ReplTerminal, CompletesANameWithTheTabKey) {
 
 TEST_F(ReplTerminal, ListsWhatAWordCanBecome) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("[L\t");
   EXPECT_TRUE(session.waitFor("Levels  Low"));
   session.type("ow]\n");
@@ -110,27 +101,24 @@ TEST_F(ReplTerminal, ListsWhatAWordCanBecome) {
 
 TEST_F(ReplTerminal, GivesALineUpWithControlC) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("1 + 1");
   ASSERT_TRUE(session.waitFor("1 + 1"));
   session.type("\x03");
   EXPECT_TRUE(session.typeUntil("2 + 2\n", "\n22\r\n"));
-  // Not before the line is edited again: until then it would be lost.
-  ASSERT_TRUE(session.waitFor("> "));
-  session.type(kEnd);
-  EXPECT_EQ(session.finish(), 0);
+  EXPECT_EQ(session.finish(kEnd), 0);
 }
 
 TEST_F(ReplTerminal, EndsByASignal) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   kill(session.process(), SIGTERM);
   EXPECT_EQ(session.finish(), -1);
 }
 
 TEST_F(ReplTerminal, ReadsTheFilesAgain) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("[Levels]\n");
   ASSERT_TRUE(session.waitFor("\nfirst\r\n"));
   std::string changed(kTemplate);
@@ -146,7 +134,7 @@ TEST_F(ReplTerminal, ReadsTheFilesAgain) {
 
 TEST_F(ReplTerminal, TakesTextInUTF8) {
   TerminalSession session = start();
-  ASSERT_TRUE(session.waitFor("> "));
+  ASSERT_TRUE(session.waitForPrompt());
   session.type("\"\xC3\xA9\xE2\x82\xAC\" + 1\n");
   EXPECT_TRUE(
       session.waitFor("\n\xC3\xA9\xE2\x82\xAC"

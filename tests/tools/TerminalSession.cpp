@@ -4,13 +4,14 @@
 #include <pty.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <system_error>
+#include <thread>
 
 namespace commandfilter::testing {
 
@@ -77,6 +78,16 @@ bool TerminalSession::waitFor(std::string_view text) {
   return true;
 }
 
+bool TerminalSession::waitForPrompt() {
+  if (!waitFor("> ")) return false;
+  // Keys that come before the line is edited may be lost.
+  termios modes{};
+  while (tcgetattr(terminal_.get(), &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
+    std::this_thread::yield();
+  }
+  return true;
+}
+
 bool TerminalSession::typeUntil(std::string_view keys, std::string_view text) {
   constexpr int kTries = 600;
   constexpr int kMilliseconds = 100;
@@ -89,11 +100,13 @@ bool TerminalSession::typeUntil(std::string_view keys, std::string_view text) {
   return false;
 }
 
-int TerminalSession::finish() {
-  while (readSome()) {
-  }
+int TerminalSession::finish(std::string_view keys) {
+  constexpr int kMilliseconds = 100;
   int status = 0;
-  waitpid(process_, &status, 0);
+  while (waitpid(process_, &status, WNOHANG) == 0) {
+    type(keys);
+    readSome(kMilliseconds);
+  }
   process_ = -1;
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

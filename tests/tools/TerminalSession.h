@@ -27,11 +27,14 @@ class TerminalSession {
   /// Waits until the program has written the text behind what was waited for before. False when it
   /// ends, or takes a minute, without.
   bool waitFor(std::string_view text);
+  /// Waits for the prompt, and until keys reach it.
+  bool waitForPrompt();
   /// Types keys again and again until the program has written the text. For what follows Ctrl-C:
   /// with the signal the terminal drops what is on its way in and out.
   bool typeUntil(std::string_view keys, std::string_view text);
-  /// Waits for its end; the exit status, -1 when a signal ended it.
-  int finish();
+  /// Waits for its end; the exit status, -1 when a signal ended it. Types the keys until then:
+  /// while no line is edited, Ctrl-D is lost.
+  int finish(std::string_view keys = {});
   /// All that was written.
   [[nodiscard]] const std::string& output() const noexcept { return output_; }
   [[nodiscard]] pid_t process() const noexcept { return process_; }
