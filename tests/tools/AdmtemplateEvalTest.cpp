@@ -198,8 +198,19 @@ TEST_F(AdmtemplateEval, ExplainsWhatItCannotUse) {
   expectRefusal({template_, "--plugin", missing}, "plug-in " + missing);
   expectRefusal({template_, "Model", "--expression", "1"}, "exclude each other");
   expectRefusal({template_, "--service", "S"}, "--service belongs to --expression");
-  expectRefusal({template_, "--format", "yaml"}, "--format");
+  expectRefusal({template_, "--format", "yaml"},
+                "there is no format yaml; take one of json plist text");
   expectRefusal({template_, "--unknown"}, "--unknown");
+}
+
+TEST(Admtemplate, NamesItsCommandsForOneThatItDoesNotHave) {
+  ChildOptions options;
+  options.program = ADMTEMPLATE;
+  options.arguments = {"admtemplate", "evl"};
+  const ChildResult result = runChild(options);
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_EQ(result.errors,
+            "admtemplate: there is no command evl; take one of eval check repl device\n");
 }
 
 TEST_F(AdmtemplateEval, TellsOfKeysThatTheTemplateDoesNotHave) {

@@ -20,6 +20,23 @@ using namespace commandfilter::tools;  // NOLINT(google-build-using-namespace): 
 
 constexpr int kUnusable = 2;
 
+// Takes a name of the map, and says which there are when it is another.
+template <typename Format>
+CLI::Validator oneOf(const std::map<std::string, Format>& formats) {
+  return CLI::Validator(
+      [formats](std::string& text) -> std::string {
+        const auto found = formats.find(CLI::detail::to_lower(text));
+        if (found != formats.end()) {
+          text = std::to_string(static_cast<int>(found->second));
+          return {};
+        }
+        std::string problem = "there is no format " + text + "; take one of";
+        for (const auto& [name, format] : formats) problem += ' ' + name;
+        return problem;
+      },
+      "FORMAT");
+}
+
 constexpr const char* kDeviceHelp =
     "A device description, a device URI or a queue; without one there is no device";
 
@@ -43,8 +60,7 @@ void addEval(CLI::App& eval, EvalArguments& arguments) {
   const std::map<std::string, ReportFormat> formats{{"text", ReportFormat::Text},
                                                     {"json", ReportFormat::JSON},
                                                     {"plist", ReportFormat::PropertyList}};
-  eval.add_option("--format", arguments.format, "text, json or plist")
-      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description("FORMAT"));
+  eval.add_option("--format", arguments.format, "text, json or plist")->transform(oneOf(formats));
   eval.add_flag("--strict", arguments.strict, "Exit with status 1 when a value has an error");
   eval.footer(
       "Examples:\n"
@@ -82,7 +98,7 @@ void addDevice(CLI::App& device, DeviceArguments& arguments) {
   device
       .add_option("--format", arguments.format,
                   "text, or plist for a device description that --device takes")
-      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description("FORMAT"));
+      ->transform(oneOf(formats));
   device.footer(
       "A real device is asked through the backend that CUPS has for its URI. Nothing is printed.\n"
       "Examples:\n"
@@ -103,8 +119,7 @@ void addCheck(CLI::App& check, CheckArguments& arguments) {
       ->allow_extra_args(false);
   const std::map<std::string, CheckFormat> formats{{"text", CheckFormat::Text},
                                                    {"json", CheckFormat::JSON}};
-  check.add_option("--format", arguments.format, "text or json")
-      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description("FORMAT"));
+  check.add_option("--format", arguments.format, "text or json")->transform(oneOf(formats));
   check.footer(
       "Examples:\n"
       "  admtemplate check ink.plist\n"
@@ -151,6 +166,12 @@ int run(int argc, char** argv) {
     if (named != command.name) continue;
     command.addOptions(*added);
     chosen = &command;
+  }
+  if (chosen == nullptr && !named.empty() && !named.starts_with('-')) {
+    std::cerr << "admtemplate: there is no command " << named << "; take one of";
+    for (const Command& command : commands) std::cerr << ' ' << command.name;
+    std::cerr << '\n';
+    return kUnusable;
   }
   try {
     app.parse(argc, argv);
