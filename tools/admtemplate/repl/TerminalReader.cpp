@@ -169,6 +169,8 @@ int TerminalReader::readCharacter(EditLine* /*editor*/, wchar_t* character) {
     const ssize_t count = read(STDIN_FILENO, &byte, 1);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return static_cast<int>(count);
+    // What a Ctrl-D becomes that was typed before the line was edited.
+    if (byte == '\0') continue;
     const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
     constexpr auto kIncomplete = static_cast<std::size_t>(-2);
     constexpr auto kInvalid = static_cast<std::size_t>(-1);
