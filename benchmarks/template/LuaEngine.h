@@ -1,4 +1,3 @@
-// A template engine in Lua.
 #pragma once
 
 #include <string>

@@ -1,120 +1,16 @@
 #include "StatusTemplate.h"
 
-#include <regex>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "StatusDevice.h"
+#include "TemplateAuthor.h"
 
 namespace commandfilter::benchmarks {
 
 namespace {
 
-constexpr std::size_t kValues = 100;
-constexpr std::size_t kConstants = 40;
-constexpr std::size_t kMacros = 10;
-
-// The template as it grows, in both languages.
-class Author {
- public:
-  void constant(const std::string& name, const std::string& expression, const std::string& lua) {
-    constants_.emplace_back(name, expression);
-    expressions_.push_back(lua);
-    addText("local " + name + " = " + lua + "\n");
-  }
-  void constant(const std::string& name, const std::string& expression) {
-    constant(name, expression, expression);
-  }
-
-  void macro(const std::string& name, const std::string& expression, const std::string& parameter,
-             const std::string& lua) {
-    macros_.emplace_back(name, expression);
-    expressions_.push_back(lua);
-    addText("local function " + name + "(" + parameter + ") return " + lua + " end\n");
-  }
-
-  // Text that both Lua programs have.
-  void addText(const std::string& lua) {
-    program_.append(lua);
-    description_.append(withFeatureCalls(lua));
-  }
-  void beginValues() { description_.append("return {\n"); }
-
-  // A value that asks the printer's features.
-  void value(const std::string& key, Datum expression, const std::string& lua) {
-    describe(key, {{"ServiceName", "Printer"}, {"Value", std::move(expression)}}, lua);
-  }
-  // A value that asks for the printer's supplies by messages.
-  void supplies(const std::string& key, Datum expression, const std::string& lua) {
-    describe(key, {{"ServiceName", "DMFSuppliesStatus"}, {"Value", std::move(expression)}}, lua);
-  }
-  // A list of all supplies, or of those that pass the filter.
-  void list(const std::string& key, Datum expression, const std::string& lua,
-            const std::string& filter = {}, const std::string& luaFilter = {},
-            bool acceptsEmpty = true) {
-    Datum::Map description{{"ServiceName", "DMFSuppliesStatus"},
-                           {"Range", "@suppliesIdentifiers"},
-                           {"Value", std::move(expression)}};
-    if (!filter.empty()) description.emplace_back("Filter", filter);
-    if (!acceptsEmpty) description.emplace_back("AcceptsEmptyArray", "NO");
-    values_.emplace_back(key, std::move(description));
-    const std::string append = "list[#list + 1] = " + lua;
-    program_.append("function values." + key + "(session) local list = {} " +
-                    "for i = 1, #identifiers do local id = identifiers[i] " +
-                    (luaFilter.empty() ? append : "if " + luaFilter + " then " + append + " end") +
-                    " end return " + (acceptsEmpty ? "list" : "#list > 0 and list or nil") +
-                    " end\n");
-    const std::string start = " = function(session, id, i) return ";
-    description_.append(key + " = {range = function() return identifiers end, value" + start + lua +
-                        " end");
-    if (!luaFilter.empty()) description_.append(", filter" + start + luaFilter + " end");
-    description_.append(acceptsEmpty ? "},\n" : ", forbidsEmpty = true},\n");
-    for (const std::string& each : {std::string("identifiers"), lua, luaFilter}) {
-      if (!each.empty()) expressions_.push_back(each);
-    }
-  }
-
-  StatusTemplate take() {
-    if (values_.size() != kValues || constants_.size() != kConstants || macros_.size() != kMacros) {
-      throw std::logic_error("the template has " + std::to_string(values_.size()) + " values, " +
-                             std::to_string(constants_.size()) + " constants and " +
-                             std::to_string(macros_.size()) + " macros");
-    }
-    return {Datum::Map{{"TemplateConstants", std::move(constants_)},
-                       {"TemplateMacroses", std::move(macros_)},
-                       {"TemplateValues", std::move(values_)}},
-            description_ + "}\n", std::move(program_), std::move(expressions_)};
-  }
-
-  void addToProgram(std::string_view lua) { program_.append(lua); }
-
- private:
-  // Features are looked up with a function, which finds nil where there is none.
-  static std::string withFeatureCalls(const std::string& lua) {
-    static const std::regex keyed(R"x(\b(Supplies|Trays)\.(\w+)(?:\.(\w+)|\["(\d)"\]))x");
-    static const std::regex plain(R"(\bDevice\.(\w+))");
-    return std::regex_replace(std::regex_replace(lua, keyed, R"(feature("$1", "$2", "$3$4"))"),
-                              plain, R"(feature("Device", "$1"))");
-  }
-
-  void describe(const std::string& key, Datum::Map description, const std::string& lua) {
-    values_.emplace_back(key, std::move(description));
-    program_.append("function values." + key + "(session) return " + lua + " end\n");
-    const std::string calling = withFeatureCalls(lua);
-    description_.append(key + " = {value = function(session) return " + calling + " end},\n");
-    expressions_.push_back(calling);
-  }
-
-  Datum::Map constants_;
-  Datum::Map macros_;
-  Datum::Map values_;
-  std::string description_ = "local device, feature = ...\n";
-  std::string program_ = "local device = ...\n";
-  std::vector<std::string> expressions_;
-};
-
-void writeConstants(Author& author) {
+void writeConstants(TemplateAuthor& author) {
   for (const auto& [name, limit] : {std::pair("Empty", "5"), std::pair("Low", "20"),
                                     std::pair("Half", "50"), std::pair("Full", "95")}) {
     author.constant(name, limit);
@@ -225,7 +121,7 @@ return function()
 end
 )";
 
-void writeMacros(Author& author) {
+void writeMacros(TemplateAuthor& author) {
   author.macro("Percent", R"(@arg0 ~ "%")", "level", R"(level .. "%")");
   author.macro("IsLow", "@arg0 lt $Low", "level", "level < Low");
   author.macro("Name",
@@ -244,7 +140,7 @@ void writeMacros(Author& author) {
 }
 
 // Seven values for each supply.
-void writeSupplies(Author& author) {
+void writeSupplies(TemplateAuthor& author) {
   for (const std::string_view view : kSupplyNames) {
     const std::string supply(view);
     const auto feature = [&supply](const std::string& property) {
@@ -310,7 +206,7 @@ void writeSupplies(Author& author) {
 }
 
 // Twelve lists of supplies and eight values that are about all of them.
-void writeLists(Author& author) {
+void writeLists(TemplateAuthor& author) {
   author.list("Names", "_Name()", "Name(id)");
   author.list("Levels", "@supplyLevelForIdentifier:", "level[id]", "_HasLevel()", "HasLevel(id)");
   author.list(
@@ -360,7 +256,7 @@ void writeLists(Author& author) {
 }
 
 // Three values for each tray.
-void writeTrays(Author& author) {
+void writeTrays(TemplateAuthor& author) {
   for (int tray = 1; tray <= kTrays; ++tray) {
     const std::string number = std::to_string(tray);
     const std::string key = "Tray" + number;
@@ -379,7 +275,7 @@ void writeTrays(Author& author) {
 }
 
 // Twelve values about the device itself.
-void writeDevice(Author& author) {
+void writeDevice(TemplateAuthor& author) {
   author.value("Title", R"({Device}.Vendor + " " + {Device}.Model)",
                R"(Device.Vendor .. " " .. Device.Model)");
   author.value("State", "_GetItem($StateTexts, {Device}.State, $TextStopped)",
@@ -420,7 +316,7 @@ void appendExpressions(const Datum& datum, std::vector<std::string>& expressions
 }  // namespace
 
 StatusTemplate statusTemplate() {
-  Author author;
+  TemplateAuthor author;
   author.addText(std::string(kLuaStart));
   author.addToProgram(kProgramStart);
   writeConstants(author);
