@@ -117,7 +117,7 @@ TEST_F(DeviceCommand, ExplainsWhatItCannotUse) {
     EXPECT_THAT(result.errors, HasSubstr(reason));
   };
   expectRefusal(saved_, "there is no such file");
-  expectRefusal("queue", "there is no such file and no such queue");
+  expectRefusal("no-such-queue", "there is no such file and no such queue");
   expectRefusal("nix://host", "CUPS has no backend /nonexistent/backend/nix");
   expectRefusal("../x:y", "this is no device URI");
   expectRefusal(":", "this is no device URI");

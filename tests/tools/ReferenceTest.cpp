@@ -106,18 +106,6 @@ TEST(ManPage, HasEveryProcedure) {
   EXPECT_EQ(named, procedures);
 }
 
-TEST(ManPage, IsAsTheLanguageOfManPagesWants) {
-  for (const auto& page : std::filesystem::directory_iterator(MAN_PAGES)) {
-    ChildOptions options;
-    options.program = "/usr/bin/mandoc";
-    options.arguments = {"mandoc", "-T", "lint", "-W", "warning", page.path().string()};
-    options.environment = {"PATH=/usr/bin:/bin"};
-    const ChildResult result = runChild(options);
-    EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.output + result.errors, "");
-  }
-}
-
 // What bash offers for the words, the last of which is being typed.
 Words completions(const std::vector<std::string>& words) {
   std::string script = "source '" COMPLETIONS "/admtemplate.bash'; COMP_WORDS=(admtemplate";

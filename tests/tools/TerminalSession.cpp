@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <system_error>
 #include <thread>
@@ -16,6 +17,13 @@
 namespace commandfilter::testing {
 
 namespace {
+
+// Long enough for any machine; what has not happened by then never will.
+constexpr std::chrono::seconds kPatience{60};
+
+std::chrono::steady_clock::time_point deadline() {
+  return std::chrono::steady_clock::now() + kPatience;
+}
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
   std::vector<char*> pointers;
@@ -81,9 +89,11 @@ bool TerminalSession::waitFor(std::string_view text) {
 bool TerminalSession::waitForPrompt() {
   if (!waitFor("> ")) return false;
   // Keys that come before the line is edited may be lost.
+  const auto end = deadline();
   termios modes{};
   while (tcgetattr(terminal_.get(), &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
-    std::this_thread::yield();
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   return true;
 }
@@ -102,8 +112,10 @@ bool TerminalSession::typeUntil(std::string_view keys, std::string_view text) {
 
 int TerminalSession::finish(std::string_view keys) {
   constexpr int kMilliseconds = 100;
+  const auto end = deadline();
   int status = 0;
   while (waitpid(process_, &status, WNOHANG) == 0) {
+    if (std::chrono::steady_clock::now() > end) return -1;
     type(keys);
     readSome(kMilliseconds);
   }
