@@ -52,8 +52,7 @@ std::optional<Value> replaced(const Value& value) {
 }  // namespace
 
 Value withNullObjects(const Value& value) {
-  std::optional<Value> other = replaced(value);
-  return other ? std::move(*other) : value;
+  return replaced(value).value_or(value);
 }
 
 }  // namespace commandfilter
