@@ -37,7 +37,10 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 TerminalSession::TerminalSession(const std::vector<std::string>& arguments,
                                  const std::vector<std::string>& environment) {
   const std::vector<char*> words = pointersTo(arguments);
-  const std::vector<char*> variables = pointersTo(environment);
+  // libedit never frees what it knows of the terminal.
+  std::vector<std::string> settings = environment;
+  settings.emplace_back("LSAN_OPTIONS=suppressions=" LIBRARY_LEAKS);
+  const std::vector<char*> variables = pointersTo(settings);
   winsize size{};
   size.ws_row = 24;
   size.ws_col = 200;

@@ -47,7 +47,7 @@ std::string backendOfURI(const std::string& uri) {
     throw UsageError(what + "this is no device URI; write one such as socket://printer.local, or " +
                      "name a device description");
   }
-  const std::string path = backendFolder() + "/" + *scheme;
+  std::string path = backendFolder() + "/" + *scheme;
   if (access(path.c_str(), F_OK) != 0) {
     throw UsageError(what + "CUPS has no backend " + path + "; it has " + listOf(usableSchemes()) +
                      " (CUPS_SERVERBIN names another folder)");

@@ -21,7 +21,7 @@ Completion choose(std::string_view text, std::size_t begin, std::vector<std::str
   const std::string_view typed = text.substr(begin);
   std::erase_if(words, [typed](const std::string& word) { return !word.starts_with(typed); });
   std::ranges::sort(words);
-  words.erase(std::ranges::unique(words).begin(), words.end());
+  words.erase(std::unique(words.begin(), words.end()), words.end());
   return {begin, std::move(words), std::move(closing)};
 }
 

@@ -150,7 +150,7 @@ void Prompt::showKeys() {
   const auto show = [this](const char* what, const char* before, const char* after,
                            std::vector<std::string> keys) {
     if (keys.empty()) return;
-    for (std::string& key : keys) key = before + key + after;
+    for (std::string& key : keys) key.insert(0, before).append(after);
     output_ << what << listOf(keys) << '\n';
   };
   show("values:    ", "[", "]", names.values());
