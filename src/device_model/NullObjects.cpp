@@ -51,8 +51,6 @@ std::optional<Value> replaced(const Value& value) {
 
 }  // namespace
 
-Value withNullObjects(const Value& value) {
-  return replaced(value).value_or(value);
-}
+Value withNullObjects(const Value& value) { return replaced(value).value_or(value); }
 
 }  // namespace commandfilter
