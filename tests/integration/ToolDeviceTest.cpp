@@ -13,22 +13,12 @@
 #include "support/ChildProcess.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
+#include "tools/Admtemplate.h"
 
 namespace commandfilter::testing {
 namespace {
 
 using ::testing::HasSubstr;
-
-ChildResult runTool(const std::vector<std::string>& arguments,
-                    const std::vector<std::string>& variables = {}) {
-  ChildOptions options;
-  options.program = ADMTEMPLATE;
-  options.arguments = {"admtemplate"};
-  options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
-  options.environment = {"PATH=/usr/bin:/bin"};
-  options.environment.insert(options.environment.end(), variables.begin(), variables.end());
-  return runChild(options);
-}
 
 class ToolDevice : public ::testing::Test {
  protected:
@@ -39,8 +29,8 @@ class ToolDevice : public ::testing::Test {
   }
   static std::string ask(const std::string& device, const std::string& service,
                          const std::string& expression) {
-    const ChildResult result = runTool({"eval", "--device", device, "--service", service,
-                                        "--expression", expression, "--format", "json"});
+    const ChildResult result = runAdmtemplate({"eval", "--device", device, "--service", service,
+                                               "--expression", expression, "--format", "json"});
     EXPECT_EQ(result.errors, "");
     return result.output;
   }
@@ -53,7 +43,7 @@ class ToolDevice : public ::testing::Test {
 TEST_F(ToolDevice, TellsAboutAPrinterOnTheNetworkAndPrintsNothing) {
   PrinterListener listener(address_);
   const std::string uri = "socket://" + address_ + ":" + std::to_string(listener.port());
-  const ChildResult result = runTool({"device", uri});
+  const ChildResult result = runAdmtemplate({"device", uri});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
   EXPECT_THAT(result.output,
@@ -67,7 +57,7 @@ TEST_F(ToolDevice, TellsAboutAPrinterOnTheNetworkAndPrintsNothing) {
 TEST_F(ToolDevice, IsSavedAsADescriptionThatAnswersTheSame) {
   // Nothing listens for data there, which nothing needs either.
   const std::string uri = "socket://" + address_;
-  const ChildResult result = runTool({"device", uri, "--format", "plist"});
+  const ChildResult result = runAdmtemplate({"device", uri, "--format", "plist"});
   EXPECT_EQ(result.exitStatus, 0);
   const std::string saved = (folder_.path() / "saved.plist").string();
   writeFile(saved, result.output);
@@ -95,13 +85,13 @@ TEST_F(ToolDevice, IsNamedByItsQueueToo) {
   const PrivateScheduler scheduler;
   scheduler.addQueue("press", "socket://" + address_, PrivateScheduler::ppd());
   const std::vector<std::string> variables{"CUPS_SERVER=" + scheduler.variable("CUPS_SERVER")};
-  const ChildResult list = runTool({"device"}, variables);
+  const ChildResult list = runAdmtemplate({"device"}, {}, variables);
   EXPECT_EQ(list.exitStatus, 0);
   EXPECT_THAT(list.output, HasSubstr("Queues of the scheduler:\n  press  socket://" + address_));
-  const ChildResult device = runTool({"device", "press"}, variables);
+  const ChildResult device = runAdmtemplate({"device", "press"}, {}, variables);
   EXPECT_EQ(device.exitStatus, 0);
   EXPECT_THAT(device.output, HasSubstr("Model:       Colour Press 9\n"));
-  const ChildResult missing = runTool({"device", "presss"}, variables);
+  const ChildResult missing = runAdmtemplate({"device", "presss"}, {}, variables);
   EXPECT_EQ(missing.exitStatus, 2);
   EXPECT_THAT(missing.errors, HasSubstr("no such queue"));
 }

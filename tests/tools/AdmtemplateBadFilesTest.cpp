@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Admtemplate.h"
 #include "support/ChildProcess.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
@@ -35,13 +36,9 @@ std::string nested(std::size_t depth) {
          "</dict></plist>";
 }
 
-ChildResult eval(const std::vector<std::string>& arguments) {
-  ChildOptions options;
-  options.program = ADMTEMPLATE;
-  options.arguments = {"admtemplate", "eval"};
-  options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
-  options.environment = {"PATH=/usr/bin:/bin"};
-  return runChild(options);
+ChildResult eval(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "eval");
+  return runAdmtemplate(arguments);
 }
 
 // The same file as template, device description and input.

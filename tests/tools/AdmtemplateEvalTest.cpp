@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Admtemplate.h"
 #include "support/ChildProcess.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
@@ -47,13 +48,9 @@ class AdmtemplateEval : public ::testing::Test {
     writeFile(input_, "<plist><dict><key>Start</key><integer>4</integer></dict></plist>");
   }
 
-  ChildResult eval(const std::vector<std::string>& arguments) {
-    ChildOptions options;
-    options.program = ADMTEMPLATE;
-    options.arguments = {"admtemplate", "eval"};
-    options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
-    options.environment = {"PATH=/usr/bin:/bin"};
-    return runChild(options);
+  static ChildResult eval(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "eval");
+    return runAdmtemplate(arguments);
   }
   // What cannot be used: status 2, nothing on standard output, this on standard error.
   void expectRefusal(const std::vector<std::string>& arguments, std::string_view reason) {
@@ -204,10 +201,7 @@ TEST_F(AdmtemplateEval, ExplainsWhatItCannotUse) {
 }
 
 TEST(Admtemplate, NamesItsCommandsForOneThatItDoesNotHave) {
-  ChildOptions options;
-  options.program = ADMTEMPLATE;
-  options.arguments = {"admtemplate", "evl"};
-  const ChildResult result = runChild(options);
+  const ChildResult result = runAdmtemplate({"evl"});
   EXPECT_EQ(result.exitStatus, 2);
   EXPECT_EQ(result.errors,
             "admtemplate: there is no command evl; take one of eval check repl device\n");
