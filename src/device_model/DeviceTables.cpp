@@ -52,9 +52,7 @@ std::string inputTypeWord(std::string_view value) {
                                                    "sheetFeedManual",
                                                    "continuousRoll",
                                                    "continuousFanFold"};
-  const std::optional<std::int64_t> code = integerOfSNMPValue(value);
-  const bool known = code && *code >= 0 && *code < static_cast<std::int64_t>(kWords.size());
-  return std::string(known ? kWords[static_cast<std::size_t>(*code)] : std::string_view());
+  return wordOfSNMPValue(kWords, value);
 }
 
 std::string severityWord(std::string_view value) {

@@ -56,4 +56,10 @@ std::string textOfSNMPValue(std::string_view value) {
   return std::string(trimmed(String::fromDeviceText(value)->view()));
 }
 
+std::string wordOfSNMPValue(std::span<const std::string_view> words, std::string_view value) {
+  const std::optional<std::int64_t> code = integerOfSNMPValue(value);
+  const bool known = code && *code >= 0 && *code < static_cast<std::int64_t>(words.size());
+  return std::string(known ? words[static_cast<std::size_t>(*code)] : std::string_view());
+}
+
 }  // namespace commandfilter

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,9 @@ struct SNMPEntry {
 
 /// A number as backends write it; none for everything else, also beyond 64 bits.
 [[nodiscard]] std::optional<std::int64_t> integerOfSNMPValue(std::string_view value) noexcept;
+/// The word that stands at the value's place; empty for a value that is no number or has none.
+[[nodiscard]] std::string wordOfSNMPValue(std::span<const std::string_view> words,
+                                          std::string_view value);
 /// The text of an octet string, up to the first NUL and without blanks around it.
 [[nodiscard]] std::string textOfSNMPValue(std::string_view value);
 

@@ -79,13 +79,6 @@ constexpr std::array<std::string_view, 20> kUnitWords{"",
                                                       "items",
                                                       "percent"};
 
-template <std::size_t Count>
-std::string wordFor(const std::array<std::string_view, Count>& words, std::string_view value) {
-  const std::optional<std::int64_t> code = integerOfSNMPValue(value);
-  const bool known = code && *code >= 0 && *code < static_cast<std::int64_t>(Count);
-  return std::string(known ? words[static_cast<std::size_t>(*code)] : std::string_view());
-}
-
 // Rows of one device by their index; a row is its columns' values.
 using Row = std::map<std::uint32_t, std::string_view>;
 using Rows = std::map<std::uint32_t, Row>;
@@ -166,9 +159,9 @@ std::vector<Supply> suppliesOfTables(const std::vector<SNMPEntry>& supplies,
     Supply supply;
     supply.identifier = std::to_string(index);
     supply.name = textOfSNMPValue(valueIn(row, kDescription));
-    supply.type = wordFor(kTypeWords, valueIn(row, kType));
-    supply.supplyClass = wordFor(kClassWords, valueIn(row, kClass));
-    supply.unit = wordFor(kUnitWords, valueIn(row, kUnit));
+    supply.type = wordOfSNMPValue(kTypeWords, valueIn(row, kType));
+    supply.supplyClass = wordOfSNMPValue(kClassWords, valueIn(row, kClass));
+    supply.unit = wordOfSNMPValue(kUnitWords, valueIn(row, kUnit));
     const std::optional<std::int64_t> capacity = integerOfSNMPValue(valueIn(row, kCapacity));
     if (capacity && *capacity > 0) supply.capacity = capacity;
     if (const auto level = integerOfSNMPValue(valueIn(row, kLevel))) setLevel(supply, *level);
