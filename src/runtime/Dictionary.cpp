@@ -65,6 +65,18 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, std::str
   });
 }
 
+// The same, at once for a text, which is what nearly every key is.
+const DictionaryEntry* findText(const Entries& entries, const Index& index, const Value& key,
+                                std::size_t hash) {
+  const auto& text = static_cast<const String&>(*key.object());
+  return find(entries, index, hash, [&](const Value& candidate) {
+    if (candidate.object() == &text) return true;
+    return candidate.isKind(ObjectKind::String)
+               ? sameText(static_cast<const String&>(*candidate.object()).view(), text.view())
+               : equal(candidate, key);
+  });
+}
+
 // The value for a key of any kind; nil when there is none.
 [[gnu::noinline]] const Value& valueForKey(const Entries& entries, const Index& index,
                                            const Value& key) {
@@ -73,18 +85,10 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, std::str
   return entry != nullptr ? entry->value : kNil;
 }
 
-// The same, at once for a text, which is what nearly every look-up is about.
 const Value& lookUp(const Entries& entries, const Index& index, const Value& key) {
   if (!key.isKind(ObjectKind::String)) return valueForKey(entries, index, key);
-  const auto& text = static_cast<const String&>(*key.object());
-  const std::size_t hash = text.hash();
-  const auto isSame = [&](const Value& candidate) {
-    if (candidate.object() == &text) return true;
-    return candidate.isKind(ObjectKind::String)
-               ? sameText(static_cast<const String&>(*candidate.object()).view(), text.view())
-               : equal(candidate, key);
-  };
-  const DictionaryEntry* entry = find(entries, index, hash, isSame);
+  const std::size_t hash = static_cast<const String&>(*key.object()).hash();
+  const DictionaryEntry* entry = findText(entries, index, key, hash);
   return entry != nullptr ? entry->value : kNil;
 }
 
@@ -96,27 +100,33 @@ void enter(Index& index, std::size_t hash, std::size_t place) {
   index[slot] = static_cast<std::uint32_t>(place);
 }
 
-// A table is at most half full.
-void indexLastEntry(const Entries& entries, Index& index) {
-  if (entries.size() <= kScanned) return;
-  if (entries.size() * 2 > index.size()) {
-    std::size_t size = kScanned * 4;
-    while (size < entries.size() * 4) size *= 2;
-    index.assign(size, kFree);
-    for (std::size_t place = 0; place < entries.size(); ++place) {
-      enter(index, entries[place].hash, place);
-    }
-    return;
+// A table with room for twice as many entries; it is at most half full.
+void makeIndex(const Entries& entries, Index& index, std::size_t count) {
+  std::size_t size = kScanned * 4;
+  while (size < count * 4) size *= 2;
+  index.assign(size, kFree);
+  for (std::size_t place = 0; place < entries.size(); ++place) {
+    enter(index, entries[place].hash, place);
   }
-  enter(index, entries.back().hash, entries.size() - 1);
+}
+
+void indexLastEntry(const Entries& entries, Index& index) {
+  if (index.empty() && entries.size() <= kScanned) return;
+  if (entries.size() * 2 > index.size()) {
+    makeIndex(entries, index, entries.size());
+  } else {
+    enter(index, entries.back().hash, entries.size() - 1);
+  }
 }
 
 void setEntry(Entries& entries, Index& index, Value key, Value value) {
   assert(!key.isNil() && !value.isNil());
-  // A text, which is what nearly every key is, is kept as it is.
-  if (key.isObject() && !key.isKind(ObjectKind::String)) key = key.object()->dictionaryKey();
-  const std::size_t hash = hashOf(key);
-  if (const DictionaryEntry* entry = find(entries, index, key, hash)) {
+  const bool isText = key.isKind(ObjectKind::String);
+  // A text is kept as it is.
+  if (!isText && key.isObject()) key = key.object()->dictionaryKey();
+  const std::size_t hash = isText ? static_cast<const String&>(*key.object()).hash() : hashOf(key);
+  if (const DictionaryEntry* entry =
+          isText ? findText(entries, index, key, hash) : find(entries, index, key, hash)) {
     entries[static_cast<std::size_t>(entry - entries.data())].value = std::move(value);
     return;
   }
@@ -183,6 +193,11 @@ const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
   return entry != nullptr ? entry->value : kNil;
 }
 
+void DictionaryBuilder::reserve(std::size_t count) {
+  entries_.reserve(count);
+  if (count > kScanned && count * 2 > index_.size()) makeIndex(entries_, index_, count);
+}
+
 void DictionaryBuilder::set(Value key, Value value) {
   setEntry(entries_, index_, std::move(key), std::move(value));
 }
@@ -212,7 +227,13 @@ const Value& DictionaryBuilder::objectForKey(const Value& key) const {
 
 void DictionaryBuilder::clear() noexcept {
   entries_.clear();
-  index_.clear();
+  // What fills up again soon keeps its table, unless emptying it would take longer than that.
+  constexpr std::size_t kKept = 4096;
+  if (index_.size() <= kKept) {
+    std::ranges::fill(index_, kFree);
+  } else {
+    index_.clear();
+  }
 }
 
 Ref<Dictionary> DictionaryBuilder::build() {

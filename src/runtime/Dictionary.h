@@ -74,7 +74,8 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   explicit DictionaryBuilder(const Dictionary& other)
       : entries_(other.entries_), index_(other.index_) {}
 
-  void reserve(std::size_t count) { entries_.reserve(count); }
+  /// Makes room for so many entries.
+  void reserve(std::size_t count);
   /// Sets the value for a key. A key that is there already keeps its place. Neither may be nil.
   /// @throws Exception for an object that cannot be a key.
   void set(Value key, Value value);
@@ -83,6 +84,8 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   /// The value set for a key, borrowed until the next change; nil when there is none.
   [[nodiscard]] const Value& objectForKey(const Value& key) const;
   [[nodiscard]] std::size_t count() const noexcept { return entries_.size(); }
+  [[nodiscard]] auto begin() const noexcept { return entries_.begin(); }
+  [[nodiscard]] auto end() const noexcept { return entries_.end(); }
   /// Removes all entries.
   void clear() noexcept;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "runtime/Class.h"
@@ -28,11 +29,21 @@ class COMMANDFILTER_EXPORT MutableDictionary final : public Object {
   [[nodiscard]] const Value& objectForKey(const Value& key) const {
     return entries_.objectForKey(key);
   }
+  [[nodiscard]] auto begin() const noexcept { return entries_.begin(); }
+  [[nodiscard]] auto end() const noexcept { return entries_.end(); }
+  /// How often a value was replaced or all were removed. What was found here is still found as long
+  /// as the number is the same.
+  [[nodiscard]] std::uint64_t losses() const noexcept { return losses_; }
   /// Neither may be nil.
   void setObject_forKey(Value object, Value key) {
+    const std::size_t before = count();
     entries_.set(std::move(key), std::move(object));
+    if (count() == before) ++losses_;
   }
-  void removeAllObjects() noexcept { entries_.clear(); }
+  void removeAllObjects() noexcept {
+    entries_.clear();
+    ++losses_;
+  }
 
  private:
   template <typename T, typename... Arguments>
@@ -42,6 +53,7 @@ class COMMANDFILTER_EXPORT MutableDictionary final : public Object {
   ~MutableDictionary() override = default;
 
   DictionaryBuilder entries_;
+  std::uint64_t losses_ = 0;
 };
 
 }  // namespace commandfilter

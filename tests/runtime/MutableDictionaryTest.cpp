@@ -35,6 +35,17 @@ TEST(MutableDictionary, IsEmptied) {
   EXPECT_FALSE(store->objectForKey(Number::integer(5)).isNil());
 }
 
+TEST(MutableDictionary, CountsWhatItLoses) {
+  const Ref<MutableDictionary> dictionary = MutableDictionary::create();
+  dictionary->setObject_forKey(numberOf(1), stringOf("a"));
+  dictionary->setObject_forKey(numberOf(2), stringOf("b"));
+  EXPECT_EQ(dictionary->losses(), 0U);
+  dictionary->setObject_forKey(numberOf(3), stringOf("a"));
+  EXPECT_EQ(dictionary->losses(), 1U);
+  dictionary->removeAllObjects();
+  EXPECT_EQ(dictionary->losses(), 2U);
+}
+
 TEST(MutableDictionary, IsNoDictionary) {
   const Value store = MutableDictionary::create();
   EXPECT_EQ(castTo<Dictionary>(store), nullptr);
