@@ -114,6 +114,13 @@ void ADMDMFStatusServiceCreator::reinitializeServices() {
   if (userInfos_) userInfos_->removeAllObjects();
 }
 
+std::uint64_t ADMDMFStatusServiceCreator::generation() const {
+  const auto lossesOf = [](const RefPtr<MutableDictionary>& store) {
+    return store ? store->losses() : 0;
+  };
+  return 1 + lossesOf(statusServices_) + lossesOf(userInfos_);
+}
+
 RefPtr<String> ADMDMFStatusServiceCreator::socketURIFromServiceInfo(
     const Value& serviceInfo) const {
   auto* device = castTo<ADMServiceInfo>(serviceInfo);

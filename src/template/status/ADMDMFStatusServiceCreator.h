@@ -1,6 +1,8 @@
 // The status services of the device-model framework's device.
 #pragma once
 
+#include <cstdint>
+
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/MutableDictionary.h"
@@ -38,6 +40,7 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
   RefPtr<MutableDictionary> userInfoForServiceName(const String* name) override;
   bool servicesAvailable() override { return !serviceInfo_.isNil(); }
   void reinitializeServices() override;
+  [[nodiscard]] std::uint64_t generation() const override;
 
   /// The services so far by name, the null object for one that could not be made.
   [[nodiscard]] MutableDictionary& statusServices();

@@ -1,6 +1,8 @@
 // Who makes the status services of a device.
 #pragma once
 
+#include <cstdint>
+
 #include "runtime/Export.h"
 #include "runtime/MutableDictionary.h"
 #include "runtime/Protocol.h"
@@ -27,6 +29,10 @@ class COMMANDFILTER_EXPORT ADMStatusServiceCreator : public ProtocolBase {
   virtual bool servicesAvailable() = 0;
   /// Forgets all services and all that they have answered.
   virtual void reinitializeServices() = 0;
+  /// A number above 0 that changes whenever a service or a store that was given out is not the
+  /// current one of its name any more: until then a proxy need not ask for it again. 0, which the
+  /// base answers, says that it has to ask every time.
+  [[nodiscard]] virtual std::uint64_t generation() const { return 0; }
 
  protected:
   ~ADMStatusServiceCreator() = default;

@@ -1,8 +1,7 @@
 #include "template/status/ADMStatusServiceProxy.h"
 
-#include <algorithm>
-#include <array>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,6 +10,7 @@
 #include "runtime/Send.h"
 #include "runtime/SizeLimits.h"
 #include "template/status/RecentQuestions.h"
+#include "template/status/ServiceQuestion.h"
 
 namespace commandfilter {
 
@@ -34,6 +34,13 @@ Value joinComponents(const Array& components) {
     checkTextSize(text.size());
   }
   return String::create(std::move(text));
+}
+
+// What a message is about; nil for a message without arguments.
+Value argumentOf(const Invocation& invocation) {
+  return invocation.methodSignature().numberOfArguments() > kHidden
+             ? invocation.argumentAtIndex(kHidden)
+             : Value();
 }
 
 Value joinMessage(const Selector& selector, const Value& argument) {
@@ -91,45 +98,59 @@ RefPtr<MutableDictionary> ADMStatusServiceProxy::cache() const {
   return serviceCreator_->userInfoForServiceName(serviceName_.get());
 }
 
-template <typename Make>
-Value ADMStatusServiceProxy::rememberedKey(const void* message, std::array<Value, 3> subject,
-                                           Make&& makeKey) const {
-  // Many proxies are asked only one question.
-  if (!std::exchange(wasAsked_, true)) return makeKey();
-  if (!recent_) recent_ = std::make_unique<RecentQuestions>();
-  const Value& known = recent_->keys.keyFor(message, subject);
-  if (!known.isNil()) return known;
-  Value key = makeKey();
-  recent_->keys.remember(message, std::move(subject), key);
-  return key;
+const Value& ADMStatusServiceProxy::recentAnswer(const ServiceQuestion& question) const noexcept {
+  static constexpr Value kNone;
+  if (!recent_) return kNone;
+  return recent_->answers.answerTo(question, serviceCreator_->generation());
 }
 
-Value ADMStatusServiceProxy::keyOfPath(const Array& components) const {
-  RecentKeys::Subject subject;
-  // Of other objects than texts the description may change.
-  const auto isText = [](const Value& value) { return value.isKind(ObjectKind::String); };
-  if (components.count() > subject.size() || !std::ranges::all_of(components, isText)) {
-    return joinComponents(components);
+template <typename MakeKey>
+Value ADMStatusServiceProxy::keyOf(const ServiceQuestion& question, MakeKey&& makeKey) const {
+  if (recent_) {
+    const Value& known = recent_->answers.keyFor(question);
+    if (!known.isNil()) return known;
   }
-  std::ranges::copy(components, subject.begin());
-  return rememberedKey(nullptr, std::move(subject), [&] { return joinComponents(components); });
+  return makeKey();
+}
+
+void ADMStatusServiceProxy::remember(const ServiceQuestion& question, const Value& key,
+                                     const Value& answer,
+                                     const RefPtr<MutableDictionary>& kept) const {
+  if (!question.canBeRemembered()) return;
+  // Many proxies are asked little, and once.
+  if (!std::exchange(wasAskedAgain_, true)) return;
+  if (!recent_) recent_ = std::make_unique<RecentQuestions>();
+  recent_->answers.remember(question, {key, answer, kept, serviceCreator_->generation()});
 }
 
 template <typename Ask>
-Value ADMStatusServiceProxy::keptOr(const Value& key, Ask&& ask) const {
-  const RefPtr<MutableDictionary> kept = key.isNil() ? nullptr : cache();
+Value ADMStatusServiceProxy::keptOr(const ServiceQuestion& question, const Value& key,
+                                    Ask&& ask) const {
+  const RefPtr<MutableDictionary> kept = cache();
   if (!kept) return ask();
   const Value& known = kept->objectForKey(key);
-  if (!known.isNil()) return known.nullAsNil();
+  if (!known.isNil()) {
+    remember(question, key, known, kept);
+    return known.nullAsNil();
+  }
   Value answer = ask();
   kept->setObject_forKey(answer.orNull(), key);
   return answer;
 }
 
+const Value& ADMStatusServiceProxy::knownValueForFeaturePathComponents(
+    const Array& components) const {
+  return recentAnswer(ServiceQuestion(std::span(components.begin(), components.end())));
+}
+
 Value ADMStatusServiceProxy::valueForFeaturePathComponents_errorInfo(const Array& components,
                                                                      RefPtr<String>& errorInfo) {
   errorInfo = nullptr;
-  return keptOr(keyOfPath(components), [&] {
+  const ServiceQuestion question(std::span(components.begin(), components.end()));
+  const Value& recent = recentAnswer(question);
+  if (!recent.isNil()) return recent.nullAsNil();
+  const Value key = keyOf(question, [&] { return joinComponents(components); });
+  return keptOr(question, key, [&] {
     return serviceValueForFeaturePathComponents_errorInfo(&components, &errorInfo);
   });
 }
@@ -176,37 +197,43 @@ MessageForm ADMStatusServiceProxy::formOf(const Value& service, const Selector& 
   return form;
 }
 
-Value ADMStatusServiceProxy::keyOfMessage(const MessageForm& form, const Selector& selector,
-                                          const Value& argument) const {
-  if (!form.isKept) return {};
-  // Of other objects than texts the description may change.
-  if (!argument.isNil() && !argument.isKind(ObjectKind::String)) {
-    return joinMessage(selector, argument);
-  }
-  return rememberedKey(&selector.name(), {argument, Value(), Value()},
-                       [&] { return joinMessage(selector, argument); });
-}
-
-Value ADMStatusServiceProxy::keyOfInvocation(const Invocation& invocation) const {
-  const MessageForm form(invocation.methodSignature());
-  return keyOfMessage(form, invocation.selector(),
-                      form.takesArgument ? invocation.argumentAtIndex(kHidden) : Value());
+template <typename Ask>
+Value ADMStatusServiceProxy::messageKeptOr(const ServiceQuestion& question, const MessageForm& form,
+                                           const Selector& selector, const Value& argument,
+                                           Ask&& ask) const {
+  if (!form.isKept) return ask();
+  const auto makeKey = [&] { return joinMessage(selector, argument); };
+  // A service may say of a message that it takes an argument when its name does not.
+  if (form.takesArgument != ServiceQuestion::hasArgument(selector))
+    return keptOr(ServiceQuestion(), makeKey(), ask);
+  return keptOr(question, keyOf(question, makeKey), ask);
 }
 
 bool ADMStatusServiceProxy::answerMessage(const Selector& selector, const Value& object,
                                           Value& answer) {
+  const ServiceQuestion question(selector, object);
+  const Value& recent = recentAnswer(question);
+  if (recent.isNil()) return findAnswer(question, selector, object, answer);
+  answer = recent.nullAsNil();
+  return true;
+}
+
+bool ADMStatusServiceProxy::findAnswer(const ServiceQuestion& question, const Selector& selector,
+                                       const Value& object, Value& answer) const {
   // What every object answers, the proxy answers itself.
   if (kClass.instanceMethod(selector) != nullptr) return false;
   const Value service = realServiceObject();
   const MessageForm form = formOf(service, selector);
   if (!form.isAnswered) return false;
-  answer = keptOr(keyOfMessage(form, selector, form.takesArgument ? object : Value()),
-                  [&] { return performSelector(service, selector, object); });
+  answer = messageKeptOr(question, form, selector, form.takesArgument ? object : Value(),
+                         [&] { return performSelector(service, selector, object); });
   return true;
 }
 
 RefPtr<String> ADMStatusServiceProxy::cacheKeyForInvocation(const Invocation& invocation) const {
-  const Value key = keyOfInvocation(invocation);
+  const MessageForm form(invocation.methodSignature());
+  if (!form.isKept) return nullptr;
+  const Value key = joinMessage(invocation.selector(), argumentOf(invocation));
   return RefPtr<String>(castTo<String>(key));
 }
 
@@ -240,7 +267,11 @@ void ADMStatusServiceProxy::forwardInvocation(Invocation& invocation) {
     Object::forwardInvocation(invocation);
     return;
   }
-  invocation.setReturnValue(keptOr(keyOfInvocation(invocation), [&] {
+  const Selector& selector = invocation.selector();
+  const Value argument = argumentOf(invocation);
+  const ServiceQuestion question(selector, argument);
+  const MessageForm form(invocation.methodSignature());
+  invocation.setReturnValue(messageKeptOr(question, form, selector, argument, [&] {
     invocation.invokeWithTarget(service);
     return invocation.returnValue();
   }));

@@ -1,9 +1,7 @@
 // A status service as expressions see it.
 #pragma once
 
-#include <array>
 #include <memory>
-#include <utility>
 
 #include "runtime/Array.h"
 #include "runtime/Class.h"
@@ -25,6 +23,7 @@ namespace commandfilter {
 
 struct RecentQuestions;
 struct MessageForm;
+class ServiceQuestion;
 
 /// Stands for the service of a name: the service is made when it is first asked something, and what
 /// it answers to feature paths and to messages with at most one object is asked for once. Service
@@ -62,6 +61,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   /// is nil afterwards, without a reason.
   Value valueForFeaturePathComponents_errorInfo(const Array& components,
                                                 RefPtr<String>& errorInfo) override;
+  [[nodiscard]] const Value& knownValueForFeaturePathComponents(
+      const Array& components) const override;
   /// The same from the service itself. `errorInfo` may be nullptr, and changes only when the path
   /// cannot be answered.
   Value serviceValueForFeaturePathComponents_errorInfo(const Array* components,
@@ -89,27 +90,32 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   ADMStatusServiceProxy(Ref<ADMStatusServiceCreator> creator, Ref<String> serviceName);
   ~ADMStatusServiceProxy() override;
 
-  [[nodiscard]] Value keyOfPath(const Array& components) const;
+  /// The answer that is remembered: borrowed, the null object for nil, nil when there is none.
+  [[nodiscard]] const Value& recentAnswer(const ServiceQuestion& question) const noexcept;
+  /// The key under which the answer is kept, made by `makeKey` when it is not remembered.
+  template <typename MakeKey>
+  [[nodiscard]] Value keyOf(const ServiceQuestion& question, MakeKey&& makeKey) const;
   /// How the service answers to a message, see RecentQuestions; none when it does not.
   [[nodiscard]] MessageForm formOf(const Value& service, const Selector& selector) const;
-  /// The key of a message; nil when its answer is not kept.
-  [[nodiscard]] Value keyOfMessage(const MessageForm& form, const Selector& selector,
-                                   const Value& argument) const;
-  [[nodiscard]] Value keyOfInvocation(const Invocation& invocation) const;
-  /// The answer that is kept under the key, or what `ask` gives, which is kept then; a nil key
-  /// stands for nothing that is kept.
+  /// The answer that is kept under the key, or what `ask` gives, which is kept then.
   template <typename Ask>
-  [[nodiscard]] Value keptOr(const Value& key, Ask&& ask) const;
-  /// The key of a question, see RecentKeys; made when it is not remembered.
-  template <typename Make>
-  [[nodiscard]] Value rememberedKey(const void* message, std::array<Value, 3> subject,
-                                    Make&& makeKey) const;
+  [[nodiscard]] Value keptOr(const ServiceQuestion& question, const Value& key, Ask&& ask) const;
+  /// The same for a message about the argument, whose answer need not be one that is kept.
+  template <typename Ask>
+  [[nodiscard]] Value messageKeptOr(const ServiceQuestion& question, const MessageForm& form,
+                                    const Selector& selector, const Value& argument,
+                                    Ask&& ask) const;
+  /// `answerMessage` when the answer is not remembered.
+  [[nodiscard]] bool findAnswer(const ServiceQuestion& question, const Selector& selector,
+                                const Value& object, Value& answer) const;
+  void remember(const ServiceQuestion& question, const Value& key, const Value& answer,
+                const RefPtr<MutableDictionary>& kept) const;
 
   Ref<ADMStatusServiceCreator> serviceCreator_;
   Ref<String> serviceName_;
-  /// True from the first question on.
-  mutable bool wasAsked_ = false;
-  /// nil before the second question.
+  /// True once an answer was found where answers are kept.
+  mutable bool wasAskedAgain_ = false;
+  /// nil before that happens a second time.
   mutable std::unique_ptr<RecentQuestions> recent_;
 };
 

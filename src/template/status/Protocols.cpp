@@ -6,6 +6,12 @@
 namespace commandfilter {
 
 constinit const Protocol ADMFeaturePathSource::kProtocol{"ADMFeaturePathSource"};
+const Value& ADMFeaturePathSource::knownValueForFeaturePathComponents(
+    const Array& /*components*/) const {
+  static constexpr Value kNone;
+  return kNone;
+}
+
 constinit const Protocol ADMMessageSource::kProtocol{"ADMMessageSource"};
 constinit const Protocol ADMStatusServiceCreator::kProtocol{"ADMStatusServiceCreator"};
 

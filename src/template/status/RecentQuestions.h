@@ -1,14 +1,14 @@
 // What a proxy remembers of the questions that it was asked last.
 #pragma once
 
-#include "template/status/RecentKeys.h"
+#include "template/status/RecentAnswers.h"
 #include "template/status/RecentMessages.h"
 
 namespace commandfilter {
 
 /// Both in one piece of memory, which many proxies never need.
 struct RecentQuestions {
-  RecentKeys keys;
+  RecentAnswers answers;
   RecentMessages messages;
 };
 

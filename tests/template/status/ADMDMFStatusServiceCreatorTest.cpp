@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "runtime/Bundle.h"
 #include "runtime/Cast.h"
@@ -189,6 +191,24 @@ TEST_F(StatusServiceCreator, ForgetsServicesAndCaches) {
   EXPECT_NE(userInfoNamed("Test").get(), cache.get());
   EXPECT_EQ(descriptionOf(serviceNamed("Test")), "the service");
   EXPECT_EQ(script_.calls, 2);
+}
+
+TEST_F(StatusServiceCreator, SaysWhenSomethingIsNotCurrentAnyMore) {
+  std::uint64_t before = creator_->generation();
+  EXPECT_NE(before, 0U);
+  static_cast<void>(serviceNamed("Test"));
+  static_cast<void>(userInfoNamed("Test"));
+  EXPECT_EQ(creator_->generation(), before);
+  const auto hasChanged = [&] { return std::exchange(before, creator_->generation()) != before; };
+  creator_->reinitializeServices();
+  EXPECT_TRUE(hasChanged());
+  creator_->setServiceInfo(info_);
+  EXPECT_FALSE(hasChanged());
+  creator_->setServiceInfo(ServiceInfoDouble::create());
+  EXPECT_TRUE(hasChanged());
+  static_cast<void>(serviceNamed("Test"));
+  creator_->statusServices().setObject_forKey(stringOf("another"), stringOf("Test"));
+  EXPECT_TRUE(hasChanged());
 }
 
 TEST_F(StatusServiceCreator, TakesAnotherDevice) {

@@ -1,6 +1,7 @@
 // A creator of services that a test fills.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,9 +36,11 @@ class OneServiceCreator final : public Implements<Object, ADMStatusServiceCreato
     return cache;
   }
   bool servicesAvailable() override { return !service.isNil(); }
+  [[nodiscard]] std::uint64_t generation() const override { return currentGeneration; }
   void reinitializeServices() override { cache = MutableDictionary::create(); }
 
   Value service;
+  std::uint64_t currentGeneration = 0;
   RefPtr<MutableDictionary> cache = MutableDictionary::create();
   /// The names that services and caches were asked for.
   std::vector<std::string> askedNames;
