@@ -28,6 +28,12 @@ constexpr std::array<const MethodGroup*, 9> kGroups{
     &kSetProcedures,      &kTemplateProcedures,        &kStringProcedures,
 };
 
+[[noreturn]] void throwNoFeaturePaths() {
+  throw Exception(
+      "the status service: unrecognized selector "
+      "valueForFeaturePathComponents:errorInfo:");
+}
+
 [[gnu::always_inline]] inline bool standsForCurrent(const Value& component) {
   const auto* text = castTo<String>(component);
   // Nearly all components are longer, which is told at once.
@@ -58,18 +64,38 @@ ADMEvaluationContextBase::ADMEvaluationContextBase(Value statusService,
                                                    RefPtr<Dictionary> globalConfiguration,
                                                    ADMEvaluationContext& parent)
     : ADMEvaluationContextBase(std::move(statusService), std::move(globalConfiguration)) {
-  if (auto* base = castTo<ADMEvaluationContextBase>(&parent.object())) {
-    shareCompiledMacrosOf(*base);
-  }
+  if (auto* base = castTo<ADMEvaluationContextBase>(&parent.object())) shareConfigurationOf(*base);
 }
+
+ADMEvaluationContextBase::ADMEvaluationContextBase(ADMEvaluationContext& parent)
+    : ADMEvaluationContextBase(parent.statusService(),
+                               RefPtr<Dictionary>(const_cast<Dictionary*>(
+                                   parent.globalConfiguration())),  // NOLINT: shared
+                               parent) {}
 
 ADMEvaluationContextBase::~ADMEvaluationContextBase() = default;
 
-void ADMEvaluationContextBase::shareCompiledMacrosOf(ADMEvaluationContextBase& other) {
-  CompiledMacros* macros = other.compiledMacros();
-  if (macros != nullptr && &macros->configuration() == globalConfiguration_.get()) {
-    macros_ = RefPtr<CompiledMacros>(macros);
+void ADMEvaluationContextBase::shareConfigurationOf(ADMEvaluationContextBase& other) {
+  const Dictionary* configuration = globalConfiguration();
+  if (configuration != nullptr && other.globalConfiguration() == configuration) {
+    shared_ = RefPtr<SharedConfiguration>(other.sharedConfiguration());
   }
+}
+
+SharedConfiguration* ADMEvaluationContextBase::makeSharedConfiguration() {
+  if (!globalConfiguration_) return nullptr;
+  shared_ = SharedConfiguration::create(Ref<Dictionary>(*globalConfiguration_));
+  return shared_.get();
+}
+
+ADMNamedValues* ADMEvaluationContextBase::constants() {
+  const SharedConfiguration* shared = sharedConfiguration();
+  return shared != nullptr ? shared->constants() : nullptr;
+}
+
+ADMNamedValues* ADMEvaluationContextBase::templateValues() {
+  const SharedConfiguration* shared = sharedConfiguration();
+  return shared != nullptr ? shared->templateValues() : nullptr;
 }
 
 void ADMEvaluationContextBase::resetEvaluations() {
@@ -109,10 +135,11 @@ Value ADMEvaluationContextBase::serviceSymbolForNameImpl(const EvaluationName& n
 
 Value ADMEvaluationContextBase::processSelectorImpl(const Selector& /*selector*/) { return {}; }
 
-Value ADMEvaluationContextBase::askService(const Selector& selector, const Value& object) const {
-  if (auto* source = castTo<ADMMessageSource>(statusService_)) {
+Value ADMEvaluationContextBase::askService(const Selector& selector, const Value& object) {
+  if (!hasFoundSources_) findSources();
+  if (messageSource_ != nullptr) {
     Value answer;
-    if (source->answerMessage(selector, object, answer)) return answer;
+    if (messageSource_->answerMessage(selector, object, answer)) return answer;
   }
   if (!commandfilter::respondsToSelector(statusService_, selector)) return {};
   return performSelector(statusService_, selector, object);
@@ -132,6 +159,11 @@ Value ADMEvaluationContextBase::processSelector(const EvaluationName& name) {
 
 Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* components) {
   if (components == nullptr || components->isEmpty() || statusService_.isNil()) return {};
+  // What stands for the current thing is not known by itself, so it cannot be meant here.
+  if (featurePathSource_ != nullptr) {
+    const Value& known = featurePathSource_->knownValueForFeaturePathComponents(*components);
+    if (!known.isNil()) return known.nullAsNil();
+  }
   for (const Value& component : *components) {
     if (standsForCurrent(component)) return valueForFeaturePath(*withCurrent(*components));
   }
@@ -139,7 +171,8 @@ Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* compo
 }
 
 Value ADMEvaluationContextBase::valueForFeaturePath(const Array& components) {
-  if (featurePathSource_ == nullptr) findFeaturePathSource();
+  if (!hasFoundSources_) findSources();
+  if (featurePathSource_ == nullptr) throwNoFeaturePaths();
   RefPtr<String> errorInfo;
   Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(components, errorInfo);
   if (!errorInfo) return value;
@@ -157,12 +190,10 @@ Ref<Array> ADMEvaluationContextBase::withCurrent(const Array& components) {
   return Array::create(std::move(replaced));
 }
 
-void ADMEvaluationContextBase::findFeaturePathSource() {
+void ADMEvaluationContextBase::findSources() {
   featurePathSource_ = castTo<ADMFeaturePathSource>(statusService_);
-  if (featurePathSource_ != nullptr) return;
-  throw Exception(
-      "the status service: unrecognized selector "
-      "valueForFeaturePathComponents:errorInfo:");
+  messageSource_ = castTo<ADMMessageSource>(statusService_);
+  hasFoundSources_ = true;
 }
 
 Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationName& name,
@@ -177,29 +208,23 @@ Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationN
       return procedure->invoke(Value::sharing(this), std::span(&items, 1));
     }
   }
-  CompiledMacros* macros = compiledMacros();
-  if (const CompiledMacro* macro = macros != nullptr ? macros->macroNamed(name) : nullptr) {
+  SharedConfiguration* shared = sharedConfiguration();
+  if (const CompiledMacro* macro = shared != nullptr ? shared->macroNamed(name) : nullptr) {
     return executeMacro(*macro, arguments);
   }
   setRuntimeError("Can not find procedure %@", name.string());
   return {};
 }
 
-CompiledMacros* ADMEvaluationContextBase::compiledMacros() {
-  if (!macros_ && globalConfiguration_) macros_ = CompiledMacros::create(*globalConfiguration_);
-  return macros_.get();
-}
-
 RefPtr<ADMEvaluationProcessor> ADMEvaluationContextBase::compiledMacro(const EvaluationName& name) {
-  CompiledMacros* macros = compiledMacros();
-  const CompiledMacro* macro = macros != nullptr ? macros->macroNamed(name) : nullptr;
+  SharedConfiguration* shared = sharedConfiguration();
+  const CompiledMacro* macro = shared != nullptr ? shared->macroNamed(name) : nullptr;
   return macro != nullptr ? RefPtr<ADMEvaluationProcessor>(macro->processor) : nullptr;
 }
 
 Value ADMEvaluationContextBase::executeMacro(const CompiledMacro& macro, const Array* arguments) {
   const Ref<ADMMacrosEvaluationContext> context =
-      ADMMacrosEvaluationContext::contextWithArguments_parentContext(
-          arguments, Ref<ADMEvaluationContext>(*this));
+      ADMMacrosEvaluationContext::contextWithArguments_calledFrom(arguments, *this);
   if (macro.error) context->setLastError(macro.error);
   if (macro.processor->rootItem() == nullptr) return {};
   return macro.processor->executeWithContext(*context);

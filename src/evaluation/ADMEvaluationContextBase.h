@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "evaluation/CompiledMacros.h"
+#include "evaluation/SharedConfiguration.h"
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "runtime/Class.h"
 #include "runtime/Dictionary.h"
@@ -18,6 +18,7 @@
 namespace commandfilter {
 
 class ADMFeaturePathSource;
+class ADMMessageSource;
 
 /// Resolves names, feature paths and procedures. The procedures are methods named "execute" + name
 /// + "Procedure:" that take the argument items as an array, nil for none; a class below adds
@@ -34,7 +35,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
 
   [[nodiscard]] const Dictionary* globalConfiguration() const final {
-    return globalConfiguration_.get();
+    return shared_ ? &shared_->configuration() : globalConfiguration_.get();
   }
   [[nodiscard]] Value statusService() const final { return statusService_; }
   void resetEvaluations() override;
@@ -49,10 +50,12 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   void clearErrors() override {
     if (lastError_) lastError_ = nullptr;
   }
+  [[nodiscard]] ADMNamedValues* constants() final;
+  [[nodiscard]] ADMNamedValues* templateValues() final;
 
-  /// Shares the compiled macros of another context, so that none is compiled twice. Nothing happens
-  /// unless both have the same configuration.
-  void shareCompiledMacrosOf(ADMEvaluationContextBase& other);
+  /// Shares what another context has found in the configuration, so that no macro is compiled
+  /// twice. Nothing happens unless both have the same configuration.
+  void shareConfigurationOf(ADMEvaluationContextBase& other);
 
   /// The macro that a call of that name reaches, compiled; nil when there is none. The contexts
   /// that are made for this one's evaluations have the same.
@@ -74,14 +77,20 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
 
  protected:
   ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration);
-  /// A context that is made for another's evaluation shares its compiled macros.
+  /// A context that is made for another's evaluation shares what that one has found in the
+  /// configuration, if it is the same.
   ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration,
                            ADMEvaluationContext& parent);
+  /// The same with the parent's service and configuration.
+  explicit ADMEvaluationContextBase(ADMEvaluationContextBase& parent)
+      : statusService_(parent.statusService_),
+        shared_(RefPtr<SharedConfiguration>(parent.sharedConfiguration())) {}
+  explicit ADMEvaluationContextBase(ADMEvaluationContext& parent);
   ~ADMEvaluationContextBase() override;
 
   /// The answer of the status service to a message, with the object when it takes one; nil when it
   /// does not answer to it.
-  [[nodiscard]] Value askService(const Selector& selector, const Value& object) const;
+  [[nodiscard]] Value askService(const Selector& selector, const Value& object);
   /// The status service, borrowed.
   [[nodiscard]] const Value& service() const noexcept { return statusService_; }
 
@@ -93,19 +102,26 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   [[nodiscard]] Value valueForFeaturePath(const Array& components);
   /// The path with what "@" stands for in its place.
   [[nodiscard]] Ref<Array> withCurrent(const Array& components);
-  /// @throws Exception when the status service answers no feature paths.
-  void findFeaturePathSource();
-  /// nil without a configuration. Borrowed.
-  [[nodiscard]] CompiledMacros* compiledMacros();
+  void findSources();
+  /// nullptr without a configuration. Borrowed.
+  [[nodiscard]] SharedConfiguration* sharedConfiguration() {
+    return shared_ ? shared_.get() : makeSharedConfiguration();
+  }
+  SharedConfiguration* makeSharedConfiguration();
   Value executeMacro(const CompiledMacro& macro, const Array* arguments);
 
   RefPtr<MutableDictionary> commonCache_;
   RefPtr<ADMEvaluationError> lastError_;
   Value statusService_;
-  /// The status service as feature paths see it; nullptr until the first is asked for.
+  /// The status service as feature paths and as messages see it; nullptr when it takes none at
+  /// once, and until it is asked for.
   ADMFeaturePathSource* featurePathSource_ = nullptr;
+  ADMMessageSource* messageSource_ = nullptr;
+  bool hasFoundSources_ = false;
+  /// nil when it stands in what is shared.
   RefPtr<Dictionary> globalConfiguration_;
-  RefPtr<CompiledMacros> macros_;
+  /// nil until it is needed.
+  RefPtr<SharedConfiguration> shared_;
 };
 
 }  // namespace commandfilter

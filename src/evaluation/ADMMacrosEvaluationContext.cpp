@@ -10,50 +10,45 @@
 
 namespace commandfilter {
 
-namespace {
-
-RefPtr<Dictionary> configurationOf(const ADMEvaluationContext& context) {
-  return RefPtr<Dictionary>(
-      const_cast<Dictionary*>(context.globalConfiguration()));  // NOLINT: shared, not changed
-}
-
-}  // namespace
-
 constinit const Class ADMMacrosEvaluationContext::kClass{.name = "ADMMacrosEvaluationContext",
                                                          .base = &ADMEvaluationContextBase::kClass};
 
+template <typename Context>
 ADMMacrosEvaluationContext::ADMMacrosEvaluationContext(const Array* arguments,
-                                                       Ref<ADMEvaluationContext> parentContext)
-    : ADMEvaluationContextBase(parentContext->statusService(), configurationOf(*parentContext),
-                               *parentContext),
-      answering_(answeringContext(parentContext)) {
+                                                       Context& parentContext)
+    : ADMEvaluationContextBase(parentContext), answering_(answeringContextOf(parentContext)) {
   if (arguments == nullptr) return;
   values_.reserve(arguments->count());
-  for (const Value& item : *arguments) {
-    values_.push_back(evaluateItem(item, *parentContext).orNull());
-  }
+  for (const Value& item : *arguments) values_.append(evaluateItem(item, parentContext));
 }
 
-const Ref<ADMEvaluationContext>& ADMMacrosEvaluationContext::answeringContext(
-    const Ref<ADMEvaluationContext>& parentContext) noexcept {
-  const auto* macro = castTo<ADMMacrosEvaluationContext>(&parentContext->object());
-  return macro != nullptr ? macro->answering_ : parentContext;
+Ref<ADMEvaluationContext> ADMMacrosEvaluationContext::answeringContextOf(
+    ADMEvaluationContext& context) noexcept {
+  const Object& object = context.object();
+  // No class extends this one.
+  return &object.classInfo() == &kClass
+             ? static_cast<const ADMMacrosEvaluationContext&>(object).answering_
+             : Ref<ADMEvaluationContext>(context);
 }
 
 Ref<ADMMacrosEvaluationContext> ADMMacrosEvaluationContext::contextWithArguments_parentContext(
     const Array* arguments, Ref<ADMEvaluationContext> parentContext) {
-  return make<ADMMacrosEvaluationContext>(arguments, std::move(parentContext));
+  return make<ADMMacrosEvaluationContext>(arguments, *parentContext);
+}
+
+Ref<ADMMacrosEvaluationContext> ADMMacrosEvaluationContext::contextWithArguments_calledFrom(
+    const Array* arguments, ADMEvaluationContextBase& parentContext) {
+  return make<ADMMacrosEvaluationContext>(arguments, parentContext);
 }
 
 Value ADMMacrosEvaluationContext::processSelector(const EvaluationName& name) {
   switch (name.symbol()) {
     case EvaluationSymbol::Argument:
-      return name.argumentIndex() < values_.size() ? values_[name.argumentIndex()].nullAsNil()
-                                                   : Value();
+      return values_.valueAt(name.argumentIndex());
     case EvaluationSymbol::ArgumentCount:
-      return Number::integer(static_cast<std::int32_t>(values_.size()));
+      return Number::integer(static_cast<std::int32_t>(values_.count()));
     case EvaluationSymbol::ArgumentList:
-      if (!allValues_) allValues_ = Array::create(values_);
+      if (!allValues_) allValues_ = values_.array();
       return allValues_;
     case EvaluationSymbol::NoArgument:
       return {};

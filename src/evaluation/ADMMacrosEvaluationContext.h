@@ -1,9 +1,8 @@
 // Contexts of macro bodies.
 #pragma once
 
-#include <vector>
-
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/ArgumentValues.h"
 
 namespace commandfilter {
 
@@ -17,6 +16,9 @@ class COMMANDFILTER_EXPORT ADMMacrosEvaluationContext final : public ADMEvaluati
   /// Evaluates every argument item against the parent, in order, once. nil for no arguments.
   [[nodiscard]] static Ref<ADMMacrosEvaluationContext> contextWithArguments_parentContext(
       const Array* arguments, Ref<ADMEvaluationContext> parentContext);
+  /// The same for a parent of this kind, which costs less.
+  [[nodiscard]] static Ref<ADMMacrosEvaluationContext> contextWithArguments_calledFrom(
+      const Array* arguments, ADMEvaluationContextBase& parentContext);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   Value processSelector(const EvaluationName& name) override;
@@ -29,17 +31,18 @@ class COMMANDFILTER_EXPORT ADMMacrosEvaluationContext final : public ADMEvaluati
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  ADMMacrosEvaluationContext(const Array* arguments, Ref<ADMEvaluationContext> parentContext);
+  /// The parent is a context of any kind or one of this one's.
+  template <typename Context>
+  ADMMacrosEvaluationContext(const Array* arguments, Context& parentContext);
   ~ADMMacrosEvaluationContext() override = default;
 
-  [[nodiscard]] static const Ref<ADMEvaluationContext>& answeringContext(
-      const Ref<ADMEvaluationContext>& parentContext) noexcept;
+  [[nodiscard]] static Ref<ADMEvaluationContext> answeringContextOf(
+      ADMEvaluationContext& context) noexcept;
 
   /// The first of the parent and its parents that is not a macro's. A macro leaves everything but
   /// its own arguments to it, so that macros in macros need no walk through all of them.
   Ref<ADMEvaluationContext> answering_;
-  /// The null object for an argument without a value.
-  std::vector<Value> values_;
+  ArgumentValues values_;
   /// All values as "argv" gives them; made when it is asked for.
   RefPtr<Array> allValues_;
 };

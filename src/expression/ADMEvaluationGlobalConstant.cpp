@@ -15,6 +15,20 @@ Ref<ADMEvaluationGlobalConstant> ADMEvaluationGlobalConstant::itemWithName(Ref<S
 }
 
 Value ADMEvaluationGlobalConstant::evaluate(ADMEvaluationContext& context) const {
+  ADMNamedValues* constants = context.constants();
+  if (constants == nullptr) return ask(context);
+  const Object* permanence = constants->permanence();
+  if (permanence != nullptr && permanence == permanence_.get()) return value_;
+  Value value = constants->valueNamed(*name_);
+  // An unknown constant may become known.
+  if (permanence != nullptr && !value.isNil()) {
+    permanence_ = RefPtr<Object>(constants->permanence());
+    value_ = value;
+  }
+  return value;
+}
+
+Value ADMEvaluationGlobalConstant::ask(const ADMEvaluationContext& context) const {
   const Dictionary* configuration = context.globalConfiguration();
   if (configuration == nullptr) return {};
   static const Selector kValueOfConstant("valueOfConstant:");

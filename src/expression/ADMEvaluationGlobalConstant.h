@@ -34,7 +34,13 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalConstant final : public ADMEvaluat
       : ADMEvaluationItemBase(ItemType::GlobalConstant), name_(std::move(name)) {}
   ~ADMEvaluationGlobalConstant() override = default;
 
+  /// Sends the question to whatever stands in the configuration.
+  [[nodiscard]] Value ask(const ADMEvaluationContext& context) const;
+
   Ref<String> name_;
+  /// The value that was found last, and for how long it holds; see ADMNamedValues.
+  mutable Value value_;
+  mutable RefPtr<Object> permanence_;
 };
 
 }  // namespace commandfilter

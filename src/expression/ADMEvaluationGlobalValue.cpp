@@ -15,6 +15,7 @@ Ref<ADMEvaluationGlobalValue> ADMEvaluationGlobalValue::itemWithName(Ref<String>
 }
 
 Value ADMEvaluationGlobalValue::evaluate(ADMEvaluationContext& context) const {
+  if (ADMNamedValues* values = context.templateValues()) return values->valueNamed(*name_);
   const Dictionary* configuration = context.globalConfiguration();
   if (configuration == nullptr) return {};
   static const Selector kValueForKey("valueForKey:");

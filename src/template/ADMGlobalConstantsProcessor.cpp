@@ -11,6 +11,7 @@ namespace commandfilter {
 
 namespace {
 
+constexpr auto kProtocols = conformances<ADMGlobalConstantsProcessor, ADMNamedValues>();
 constexpr std::array kMethods{
     method<&ADMGlobalConstantsProcessor::valueOfConstant>("valueOfConstant:")};
 constexpr std::array kInitializers{
@@ -21,6 +22,7 @@ constexpr std::array kInitializers{
 
 constinit const Class ADMGlobalConstantsProcessor::kClass{.name = "ADMGlobalConstantsProcessor",
                                                           .base = &Object::kClass,
+                                                          .protocols = kProtocols,
                                                           .methods = kMethods,
                                                           .initializers = kInitializers};
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "evaluation/ADMSingleValueEvaluationContext.h"
+#include "evaluation/protocol/ADMNamedValues.h"
 #include "runtime/Class.h"
 #include "runtime/Dictionary.h"
 #include "runtime/Export.h"
@@ -19,7 +20,8 @@ namespace commandfilter {
 /// Evaluates each constant when it is first asked for, and keeps the result, nil included. A
 /// constant sees neither a status service nor the rest of the template, other constants included;
 /// so constants cannot refer to each other in a circle.
-class COMMANDFILTER_EXPORT ADMGlobalConstantsProcessor final : public Object {
+class COMMANDFILTER_EXPORT ADMGlobalConstantsProcessor final
+    : public Implements<Object, ADMNamedValues> {
  public:
   static const Class kClass;
 
@@ -34,6 +36,8 @@ class COMMANDFILTER_EXPORT ADMGlobalConstantsProcessor final : public Object {
   /// @throws Exception when the constant is no text, and whatever its expression raises; nothing
   /// is kept then.
   Value valueOfConstant(const String* name);
+  Value valueNamed(const String& name) override { return valueOfConstant(&name); }
+  [[nodiscard]] Object* permanence() const noexcept override { return mark_.get(); }
 
   /// The constants that failed, in the order in which they were first asked for. They are in no
   /// report of the template's values.
@@ -53,6 +57,9 @@ class COMMANDFILTER_EXPORT ADMGlobalConstantsProcessor final : public Object {
   /// The null object for a constant that is nil.
   Ref<MutableDictionary> evaluatedConstants_;
   std::vector<TemplateError> errors_;
+  /// Stands for the constants and refers to none: an expression that remembers a constant keeps it,
+  /// and may be part of a constant itself.
+  Ref<MutableDictionary> mark_ = MutableDictionary::create();
 };
 
 }  // namespace commandfilter

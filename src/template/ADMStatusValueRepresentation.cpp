@@ -153,6 +153,7 @@ Value ADMStatusValueRepresentation::calculateValue(const Value& valueInfo) {
 Value ADMStatusValueRepresentation::calculateDictionary(const Dictionary& valueInfo) {
   StackGuard::check();
   DictionaryBuilder values;
+  values.reserve(valueInfo.count());
   for (const DictionaryEntry& entry : valueInfo) {
     Value value = calculateValue(entry.value);
     if (!value.isNil()) values.set(entry.key, std::move(value));
@@ -165,7 +166,7 @@ RefPtr<ADMEvaluationProcessor> ADMStatusValueRepresentation::processorForExpress
   return RefPtr<ADMEvaluationProcessor>(expression != nullptr ? compiled(*expression) : nullptr);
 }
 
-ADMEvaluationProcessor* ADMStatusValueRepresentation::compiled(const String& expression) {
+ADMEvaluationProcessor* ADMStatusValueRepresentation::findCompiled(const String& expression) {
   if (expression.isEmpty()) return nullptr;
   const Value key = Value::sharing(&expression);
   if (auto* known = evaluationProcessorsCache_->objectForKey(key).object()) {
@@ -175,6 +176,7 @@ ADMEvaluationProcessor* ADMStatusValueRepresentation::compiled(const String& exp
       ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
           Ref<String>(*castTo<String>(key)), context_);
   evaluationProcessorsCache_->setObject_forKey(made, key);
+  placeOf(expression) = {&expression, made.get()};
   return made.get();
 }
 

@@ -1,6 +1,9 @@
 // A value of a template, made from its description.
 #pragma once
 
+#include <array>
+#include <cstdint>
+
 #include "evaluation/protocol/ADMArrayIteration.h"
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationProcessor.h"
@@ -58,6 +61,11 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
+  struct Compiled {
+    const String* expression = nullptr;
+    ADMEvaluationProcessor* processor = nullptr;
+  };
+
   ADMStatusValueRepresentation(const Dictionary& info, Ref<ADMEvaluationContext> context);
   ~ADMStatusValueRepresentation() override = default;
 
@@ -65,7 +73,16 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   [[nodiscard]] Value calculateList(ADMArrayIteration& iteration);
   [[nodiscard]] bool passesFilter();
   /// The compiled expression, borrowed; nullptr for the empty text.
-  [[nodiscard]] ADMEvaluationProcessor* compiled(const String& expression);
+  [[nodiscard]] ADMEvaluationProcessor* compiled(const String& expression) {
+    const Compiled& known = placeOf(expression);
+    return known.expression == &expression ? known.processor : findCompiled(expression);
+  }
+  [[nodiscard]] ADMEvaluationProcessor* findCompiled(const String& expression);
+  [[nodiscard]] Compiled& placeOf(const String& expression) noexcept {
+    // Texts lie at multiples of 16, so the lowest bits tell nothing.
+    const auto bits = reinterpret_cast<std::uintptr_t>(&expression);
+    return known_[(bits >> 4U ^ bits >> 6U) % known_.size()];
+  }
 
   Ref<ADMEvaluationContext> context_;
   /// The context as an iteration; nullptr for a single value.
@@ -76,6 +93,8 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   bool doNotReturnEmptyArray_ = false;
   /// The compiled expressions by their texts.
   Ref<MutableDictionary> evaluationProcessorsCache_;
+  /// Some of them by the identity of the text that is their key: a value asks with the same few.
+  std::array<Compiled, 4> known_;
 };
 
 }  // namespace commandfilter

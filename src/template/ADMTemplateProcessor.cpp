@@ -8,6 +8,7 @@
 #include "runtime/Cast.h"
 #include "runtime/Number.h"
 #include "runtime/StackGuard.h"
+#include "template/KeyedRepresentation.h"
 
 namespace commandfilter {
 
@@ -59,8 +60,7 @@ ADMTemplateProcessor::ADMTemplateProcessor(Ref<ADMStatusServiceCreator> serviceC
       valuesTemplate_(sectionOf(*template_, "TemplateValues")),
       serviceCreator_(std::move(serviceCreator)),
       valueRepresentations_(MutableDictionary::create()),
-      inputParameters_(std::move(inputParameters)),
-      templateValuesCache_(MutableDictionary::create()) {}
+      inputParameters_(std::move(inputParameters)) {}
 
 ADMTemplateProcessor::~ADMTemplateProcessor() {
   if (holder_) holder_->forgetTemplateProcessor();
@@ -79,35 +79,38 @@ ADMTemplateProcessor::initWithServiceCreator_configurationTemplate_inputParamete
 
 Value ADMTemplateProcessor::valueForKey(const String* key) {
   if (key == nullptr || key->isEmpty() || !servicesAvailable()) return {};
+  KeyedRepresentation* keyed = keyedRepresentation(Value::sharing(key));
+  if (keyed == nullptr) return {};
+  if (!keyed->keptValue().isNil()) return keyed->keptValue().nullAsNil();
   // Values that name each other compute each other.
   StackGuard::check();
-  const Value name = Value::sharing(key);
-  const Value& known = templateValuesCache_->objectForKey(name);
-  if (!known.isNil()) return known.nullAsNil();
   Value value;
-  if (const RefPtr<ADMStatusValueRepresentation> representation = valueRepresentationForKey(key)) {
+  if (ADMStatusValueRepresentation* representation = keyed->representation().get()) {
     representation->resetEvaluations();
     value = representation->representationData();
   }
-  templateValuesCache_->setObject_forKey(value.orNull(), name);
+  keyed->keepValue(value);
   return value;
 }
 
 RefPtr<ADMStatusValueRepresentation> ADMTemplateProcessor::valueRepresentationForKey(
     const String* key) {
   if (key == nullptr || key->isEmpty()) return nullptr;
-  const Value name = Value::sharing(key);
-  const Value& known = valueRepresentations_->objectForKey(name);
-  if (!known.isNil()) {
-    return RefPtr<ADMStatusValueRepresentation>(
-        static_cast<ADMStatusValueRepresentation*>(known.object()));
+  const KeyedRepresentation* keyed = keyedRepresentation(Value::sharing(key));
+  return keyed != nullptr ? keyed->representation() : nullptr;
+}
+
+KeyedRepresentation* ADMTemplateProcessor::keyedRepresentation(const Value& key) {
+  // Nothing else is put there.
+  if (Object* known = valueRepresentations_->objectForKey(key).object()) {
+    return static_cast<KeyedRepresentation*>(known);
   }
   const auto* info =
-      valuesTemplate_ ? castTo<Dictionary>(valuesTemplate_->objectForKey(name)) : nullptr;
+      valuesTemplate_ ? castTo<Dictionary>(valuesTemplate_->objectForKey(key)) : nullptr;
   if (info == nullptr) return nullptr;
-  RefPtr<ADMStatusValueRepresentation> representation = makeRepresentation(*info);
-  valueRepresentations_->setObject_forKey(Value(representation).orNull(), name);
-  return representation;
+  const Ref<KeyedRepresentation> keyed = make<KeyedRepresentation>(makeRepresentation(*info));
+  valueRepresentations_->setObject_forKey(keyed, key);
+  return keyed.get();
 }
 
 RefPtr<ADMStatusValueRepresentation> ADMTemplateProcessor::makeRepresentation(
@@ -115,15 +118,13 @@ RefPtr<ADMStatusValueRepresentation> ADMTemplateProcessor::makeRepresentation(
   RefPtr<ADMStatusValueRepresentation> representation = ADMStatusValueRepresentation::
       initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
           &info, serviceCreator_.get(), globalConfiguration());
-  if (!representation || globalConfiguration_->objectForKey("TemplateMacroses").isNil()) {
-    return representation;
-  }
+  if (!representation) return representation;
   auto* context = castTo<ADMEvaluationContextBase>(&representation->evaluationContext()->object());
   if (context == nullptr) return representation;
-  if (macrosContext_) {
-    context->shareCompiledMacrosOf(*macrosContext_);
+  if (sharedContext_) {
+    context->shareConfigurationOf(*sharedContext_);
   } else {
-    macrosContext_ = RefPtr<ADMEvaluationContextBase>(context);
+    sharedContext_ = RefPtr<ADMEvaluationContextBase>(context);
   }
   return representation;
 }
@@ -153,13 +154,12 @@ std::vector<TemplateError> ADMTemplateProcessor::errors() const {
   std::vector<TemplateError> errors;
   if (!valuesTemplate_) return errors;
   for (const DictionaryEntry& entry : *valuesTemplate_) {
-    const Value& known = valueRepresentations_->objectForKey(entry.key);
+    const Object* known = valueRepresentations_->objectForKey(entry.key).object();
     auto* key = castTo<String>(entry.key);
-    if (known.isNil() || key == nullptr) continue;
-    const auto* representation = castTo<ADMStatusValueRepresentation>(known);
-    RefPtr<ADMEvaluationError> error(representation != nullptr ? representation->lastError()
-                                                               : nullptr);
-    if (error || known.isNull()) errors.push_back({Ref<String>(*key), std::move(error)});
+    if (known == nullptr || key == nullptr) continue;
+    const auto& representation = static_cast<const KeyedRepresentation*>(known)->representation();
+    RefPtr<ADMEvaluationError> error(representation ? representation->lastError() : nullptr);
+    if (error || !representation) errors.push_back({Ref<String>(*key), std::move(error)});
   }
   return errors;
 }
@@ -188,7 +188,9 @@ RefPtr<Dictionary> ADMTemplateProcessor::entireInfo() {
 }
 
 void ADMTemplateProcessor::startNewSession(bool reinitializeServices) {
-  templateValuesCache_->removeAllObjects();
+  for (const DictionaryEntry& entry : *valueRepresentations_) {
+    static_cast<KeyedRepresentation*>(entry.value.object())->forgetValue();
+  }
   if (reinitializeServices) serviceCreator_->reinitializeServices();
 }
 

@@ -20,6 +20,8 @@
 
 namespace commandfilter {
 
+class KeyedRepresentation;
+
 /// Computes the values of a template when they are asked for, keeps them, and reports errors by
 /// key. Values may name each other; one that names itself, directly or through others, uses up the
 /// stack and raises.
@@ -80,24 +82,26 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessor final : public Object {
   ~ADMTemplateProcessor() override;
 
   [[nodiscard]] Ref<Dictionary> makeGlobalConfiguration();
+  /// The representation of a key with its value, borrowed; nullptr when the template describes
+  /// none.
+  [[nodiscard]] KeyedRepresentation* keyedRepresentation(const Value& key);
   [[nodiscard]] RefPtr<ADMStatusValueRepresentation> makeRepresentation(const Dictionary& info);
 
   Ref<Dictionary> template_;
   /// The template's values; nil when it has none.
   RefPtr<Dictionary> valuesTemplate_;
   Ref<ADMStatusServiceCreator> serviceCreator_;
-  /// The null object for a description that cannot be used.
+  /// What computes each value, with the value that it gave in the session: the values' cache needs
+  /// no look-up of its own.
   Ref<MutableDictionary> valueRepresentations_;
   /// nil until it is asked for.
   RefPtr<Dictionary> globalConfiguration_;
   RefPtr<Dictionary> inputParameters_;
-  /// The null object for a value that is nil.
-  Ref<MutableDictionary> templateValuesCache_;
 
   RefPtr<ADMGlobalConstantsProcessor> constants_;
   RefPtr<ADMTemplateProcessorHolder> holder_;
-  /// The context whose compiled macros the others share; nil in a template without macros.
-  RefPtr<ADMEvaluationContextBase> macrosContext_;
+  /// The context whose configuration the others share; nil before there is one.
+  RefPtr<ADMEvaluationContextBase> sharedContext_;
 };
 
 }  // namespace commandfilter

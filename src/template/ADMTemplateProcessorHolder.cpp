@@ -8,6 +8,7 @@ namespace commandfilter {
 
 namespace {
 
+constexpr auto kProtocols = conformances<ADMTemplateProcessorHolder, ADMNamedValues>();
 constexpr std::array kMethods{method<&ADMTemplateProcessorHolder::valueForKey>("valueForKey:")};
 constexpr std::array kInitializers{
     initializer<&ADMTemplateProcessorHolder::initWithTemplateProcessor>(
@@ -17,6 +18,7 @@ constexpr std::array kInitializers{
 
 constinit const Class ADMTemplateProcessorHolder::kClass{.name = "ADMTemplateProcessorHolder",
                                                          .base = &Object::kClass,
+                                                         .protocols = kProtocols,
                                                          .methods = kMethods,
                                                          .initializers = kInitializers};
 

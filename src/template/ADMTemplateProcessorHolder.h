@@ -1,6 +1,7 @@
 // The way from inside an evaluation back to the template.
 #pragma once
 
+#include "evaluation/protocol/ADMNamedValues.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Object.h"
@@ -15,7 +16,8 @@ class ADMTemplateProcessor;
 /// Stands under "EntireTemplateProcessor" in the global configuration and answers other values of
 /// the same template. It does not own the processor, which owns the configuration; once the
 /// processor is gone, every value is nil.
-class COMMANDFILTER_EXPORT ADMTemplateProcessorHolder final : public Object {
+class COMMANDFILTER_EXPORT ADMTemplateProcessorHolder final
+    : public Implements<Object, ADMNamedValues> {
  public:
   static const Class kClass;
 
@@ -27,6 +29,7 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessorHolder final : public Object {
   /// The processor's value for the key.
   /// @throws Exception whatever the computation raises.
   Value valueForKey(const String* key);
+  Value valueNamed(const String& name) override { return valueForKey(&name); }
 
   /// Used by the processor when it goes: a context that a plug-in has kept may still ask.
   void forgetTemplateProcessor() noexcept { processor_ = nullptr; }

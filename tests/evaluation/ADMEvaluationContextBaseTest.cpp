@@ -247,10 +247,10 @@ TEST(ContextBase, SharesCompiledMacros) {
   const Ref<ADMEvaluationContextBase> apart = plainContext(Value(), configuration);
   const Ref<ADMEvaluationContextBase> other =
       plainContext(Value(), macrosOf({{"Broken", "1 lt \"x\""}}));
-  second->shareCompiledMacrosOf(*first);
-  other->shareCompiledMacrosOf(*first);
-  plainContext()->shareCompiledMacrosOf(*first);
-  first->shareCompiledMacrosOf(*plainContext());
+  second->shareConfigurationOf(*first);
+  other->shareConfigurationOf(*first);
+  plainContext()->shareConfigurationOf(*first);
+  first->shareConfigurationOf(*plainContext());
   // The error of a compilation is the same object at every call.
   const RefPtr<ADMEvaluationError> error = errorIn(first);
   EXPECT_EQ(errorIn(second).get(), error.get());

@@ -31,6 +31,17 @@ TEST(MacrosContext, HasItsArgumentsUnderTheirNames) {
   EXPECT_TRUE(evaluate("@argv", context).isIdenticalTo(evaluate("@argv", context)));
 }
 
+TEST(MacrosContext, MayHaveAnyNumberOfArguments) {
+  const Ref<ADMMacrosEvaluationContext> context =
+      contextWith(R"(1, @nil, 3, 4, "e", 6, 7)", TestContext::create());
+  EXPECT_EQ(shown(evaluate("@arg0", context)), "1q");
+  EXPECT_EQ(shown(evaluate("@arg1", context)), "nil");
+  EXPECT_EQ(shown(evaluate("@arg6", context)), "7q");
+  EXPECT_EQ(shown(evaluate("@arg7", context)), "nil");
+  EXPECT_EQ(shown(evaluate("@argc", context)), "7i");
+  EXPECT_EQ(shown(evaluate("@argv", context)), R"([1q, <null>, 3q, 4q, "e", 6q, 7q])");
+}
+
 TEST(MacrosContext, MayHaveNoArguments) {
   const Ref<ADMMacrosEvaluationContext> context =
       ADMMacrosEvaluationContext::contextWithArguments_parentContext(nullptr,

@@ -6,6 +6,7 @@
 
 #include "evaluation/ADMEvaluationContextBase.h"
 #include "evaluation/protocol/ADMExternalProcedure.h"
+#include "expression/ADMEvaluationProcessor.h"
 #include "runtime/ClassRegistry.h"
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
@@ -39,6 +40,42 @@ TEST(GlobalConstants, EvaluatesAFailingConstantOnce) {
   EXPECT_EQ(error.category(), 2);
   EXPECT_EQ(error.error->expression()->view(), "1 lt \"x\"");
   EXPECT_EQ(error.error->sourceRange(), (SourceRange{2, 4}));
+}
+
+// A context whose configuration has the object as its constants.
+Ref<ADMEvaluationContextBase> contextWithConstants(Value constants) {
+  return ADMEvaluationContextBase::initWithStatusService_globalConfiguration(
+      Value(), RefPtr<Dictionary>(castTo<Dictionary>(
+                   dictionaryOf({{stringOf("TemplateConstants"), std::move(constants)}}))));
+}
+
+// One compiled expression gives each template's own constants, however often it gave another's.
+TEST(GlobalConstants, BelongToTheContextThatIsAsked) {
+  const Ref<ADMEvaluationContextBase> first =
+      contextWithConstants(constantsOf({{stringOf("Limit"), stringOf("5")}}));
+  const Ref<ADMEvaluationContextBase> second =
+      contextWithConstants(constantsOf({{stringOf("Limit"), stringOf("6")}}));
+  const Ref<ADMEvaluationContextBase> none = contextWithConstants(constantsOf({}));
+  const auto processor = ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
+      String::create("$Limit"), first);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(descriptionOf(processor->execute()), "5");
+    EXPECT_EQ(descriptionOf(processor->executeWithContext(*second)), "6");
+    EXPECT_TRUE(processor->executeWithContext(*none).isNil());
+  }
+}
+
+// A list of expressions is a constant too; it holds no constant that it has named.
+TEST(GlobalConstants, MayNameConstantsInAList) {
+  const auto constants = constantsOf({{stringOf("List"), stringOf("$Low, $High")},
+                                      {stringOf("Low"), stringOf("1")},
+                                      {stringOf("High"), stringOf("2")}});
+  const Ref<ADMEvaluationContextBase> context = contextWithConstants(constants);
+  const auto processor = ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
+      String::create("_Array($List)"), context);
+  static_cast<void>(processor->execute());
+  static_cast<void>(processor->execute());
+  EXPECT_EQ(valueOf(*constants, "Low").number().intValue(), 1);
 }
 
 // How many entries the scratch store of the context has; adds one.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "evaluation/protocol/ADMEvaluationError.h"
+#include "evaluation/protocol/ADMNamedValues.h"
 #include "evaluation/protocol/EvaluationName.h"
 #include "runtime/Array.h"
 #include "runtime/ArrayExtension.h"
@@ -52,6 +53,12 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   virtual void setRuntimeErrorWithArguments(std::string_view format,
                                             std::span<const FormatArgument> arguments) = 0;
   virtual void clearErrors() = 0;
+
+  /// Who answers the names of the template's constants, when it can be asked at once; with nullptr,
+  /// which the base answers, the object in the configuration is sent a message for each. Borrowed.
+  [[nodiscard]] virtual ADMNamedValues* constants() { return nullptr; }
+  /// The same for the template's values.
+  [[nodiscard]] virtual ADMNamedValues* templateValues() { return nullptr; }
 
   /// The texts of both values as one string, nil as the empty text. A context that holds the left
   /// text itself may extend it in place.

@@ -1,4 +1,6 @@
-#include "evaluation/CompiledMacros.h"
+#include "evaluation/SharedConfiguration.h"
+
+#include <utility>
 
 #include "evaluation/ADMEvaluationContextBase.h"
 #include "runtime/Cast.h"
@@ -6,14 +8,21 @@
 
 namespace commandfilter {
 
-constinit const Class CompiledMacros::kClass{.name = "CompiledMacros", .base = &Object::kClass};
+constinit const Class SharedConfiguration::kClass{.name = "SharedConfiguration",
+                                                  .base = &Object::kClass};
 
-Ref<CompiledMacros> CompiledMacros::create(const Dictionary& configuration) {
-  return make<CompiledMacros>(configuration);
+SharedConfiguration::SharedConfiguration(Ref<Dictionary> configuration)
+    : configuration_(std::move(configuration)),
+      constants_(castTo<ADMNamedValues>(configuration_->objectForKey("TemplateConstants"))),
+      templateValues_(
+          castTo<ADMNamedValues>(configuration_->objectForKey("EntireTemplateProcessor"))) {}
+
+Ref<SharedConfiguration> SharedConfiguration::create(Ref<Dictionary> configuration) {
+  return make<SharedConfiguration>(std::move(configuration));
 }
 
-const CompiledMacro* CompiledMacros::findMacro(const EvaluationName& name) {
-  const auto* table = castTo<Dictionary>(configuration_.objectForKey("TemplateMacroses"));
+const CompiledMacro* SharedConfiguration::findMacro(const EvaluationName& name) {
+  const auto* table = castTo<Dictionary>(configuration_->objectForKey("TemplateMacroses"));
   const Value found = table != nullptr ? table->objectForKey(Value(name.string())) : Value();
   if (found.isNil()) return nullptr;
   const auto* expression = castTo<String>(found);
@@ -23,7 +32,7 @@ const CompiledMacro* CompiledMacros::findMacro(const EvaluationName& name) {
   return &macro;
 }
 
-const CompiledMacro& CompiledMacros::compiled(const String& expression) {
+const CompiledMacro& SharedConfiguration::compiled(const String& expression) {
   const auto found = macros_.find(&expression);
   if (found != macros_.end()) return found->second;
   // A context of its own catches the error, which is then recorded wherever the macro is called.

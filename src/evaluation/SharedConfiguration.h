@@ -1,4 +1,4 @@
-// Macros that have been compiled already.
+// What the contexts of one template have in common.
 #pragma once
 
 #include <array>
@@ -7,6 +7,7 @@
 #include <string>
 
 #include "evaluation/protocol/ADMEvaluationError.h"
+#include "evaluation/protocol/ADMNamedValues.h"
 #include "evaluation/protocol/EvaluationName.h"
 #include "expression/ADMEvaluationProcessor.h"
 #include "runtime/Class.h"
@@ -25,18 +26,21 @@ struct CompiledMacro {
   RefPtr<ADMEvaluationError> error;
 };
 
-/// The macros that the contexts of one evaluation have called. A context and those that are made
-/// for its evaluation share one, as far as they share the configuration.
-class CompiledMacros final : public Object {
+/// A global configuration with what has been found in it: the macros that were called, compiled,
+/// and who answers the names of constants and values. A context and those that are made for its
+/// evaluation share one.
+class SharedConfiguration final : public Object {
  public:
   static const Class kClass;
 
-  /// For the macros of a global configuration, which must outlive this.
-  [[nodiscard]] static Ref<CompiledMacros> create(const Dictionary& configuration);
+  [[nodiscard]] static Ref<SharedConfiguration> create(Ref<Dictionary> configuration);
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
-  /// The configuration that the macros stand in.
-  [[nodiscard]] const Dictionary& configuration() const noexcept { return configuration_; }
+  [[nodiscard]] const Dictionary& configuration() const noexcept { return *configuration_; }
+  /// nullptr when the configuration has no constants, or they answer to messages only. Borrowed.
+  [[nodiscard]] ADMNamedValues* constants() const noexcept { return constants_; }
+  /// The same for the values of the template.
+  [[nodiscard]] ADMNamedValues* templateValues() const noexcept { return templateValues_; }
   /// The macro of that name, compiled on the first call; nullptr when there is none.
   /// @throws Exception when what stands under the name is no text.
   [[nodiscard]] const CompiledMacro* macroNamed(const EvaluationName& name) {
@@ -56,9 +60,8 @@ class CompiledMacros final : public Object {
   };
   static constexpr std::size_t kPlaces = 16;
 
-  explicit CompiledMacros(const Dictionary& configuration) noexcept
-      : configuration_(configuration) {}
-  ~CompiledMacros() override = default;
+  explicit SharedConfiguration(Ref<Dictionary> configuration);
+  ~SharedConfiguration() override = default;
 
   [[nodiscard]] static std::size_t placeOf(const EvaluationName& name) noexcept {
     return name.selector() ? (name.selector()->hash() >> 5U) % kPlaces : 0;
@@ -66,7 +69,9 @@ class CompiledMacros final : public Object {
   [[nodiscard]] const CompiledMacro* findMacro(const EvaluationName& name);
   [[nodiscard]] const CompiledMacro& compiled(const String& expression);
 
-  const Dictionary& configuration_;
+  Ref<Dictionary> configuration_;
+  ADMNamedValues* constants_;
+  ADMNamedValues* templateValues_;
   std::array<Recent, kPlaces> recent_{};
   // By identity: a template holds each macro's text once, and the processor keeps it alive.
   std::map<const String*, CompiledMacro> macros_;
