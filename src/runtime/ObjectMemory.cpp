@@ -56,11 +56,21 @@ struct Opening {
   }
 };
 
-// True when the shelf has room after all, because the thread's store had not been opened yet.
-bool openStore(const Shelf& shelf) noexcept {
+void put(Shelf& shelf, void* memory) noexcept {
+  shelf.first = new (memory) Block{shelf.first};  // NOLINT: built in the memory itself
+  --shelf.room;
+}
+
+// Without room: the thread's store may not have been opened yet. Apart from the rest, which would
+// otherwise make room for it at every call.
+[[gnu::cold, gnu::noinline]] void releaseToFullShelf(Shelf& shelf, void* memory) noexcept {
   static thread_local const Opening opening;
   static_cast<void>(opening);
-  return shelf.room != 0;
+  if (shelf.room != 0) {
+    put(shelf, memory);
+  } else {
+    ::operator delete(memory);
+  }
 }
 
 }  // namespace
@@ -83,12 +93,11 @@ void ObjectMemory::release(void* memory, std::size_t size) noexcept {
     return;
   }
   Shelf& shelf = store[place];
-  if (shelf.room == 0 && !openStore(shelf)) {
-    ::operator delete(memory);
+  if (shelf.room == 0) {
+    releaseToFullShelf(shelf, memory);
     return;
   }
-  shelf.first = new (memory) Block{shelf.first};  // NOLINT: built in the memory itself
-  --shelf.room;
+  put(shelf, memory);
 }
 
 }  // namespace commandfilter

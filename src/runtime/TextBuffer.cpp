@@ -20,20 +20,7 @@ char* allocate(std::size_t capacity) {
   return static_cast<char*>(ObjectMemory::allocate(capacity + 1));
 }
 
-// The first word and the last, which overlap in a text that is shorter than both.
-template <typename Word>
-void putTwoWords(char* target, std::string_view text) noexcept {
-  Word first;
-  Word last;
-  const std::size_t lastPlace = text.size() - sizeof(Word);
-  std::memcpy(&first, text.data(), sizeof first);
-  std::memcpy(&last, text.data() + lastPlace, sizeof last);
-  std::memcpy(target, &first, sizeof first);
-  std::memcpy(target + lastPlace, &last, sizeof last);
-}
-
-// Most texts that are put together are short; for those a call of the C library would cost more
-// than the copy.
+// Most texts that are put together are still short enough to be copied without a call.
 void put(char* target, std::string_view text) noexcept {
   struct LongWord {
     std::uint64_t halves[2];
@@ -41,14 +28,10 @@ void put(char* target, std::string_view text) noexcept {
   const std::size_t size = text.size();
   if (size > 2 * sizeof(LongWord)) {
     std::memcpy(target, text.data(), size);
-  } else if (size >= sizeof(LongWord)) {
-    putTwoWords<LongWord>(target, text);
-  } else if (size >= sizeof(std::uint64_t)) {
-    putTwoWords<std::uint64_t>(target, text);
-  } else if (size >= sizeof(std::uint32_t)) {
-    putTwoWords<std::uint32_t>(target, text);
+  } else if (size > sizeof(LongWord)) {
+    detail::putTwoWords<LongWord>(target, text);
   } else {
-    for (std::size_t i = 0; i < size; ++i) target[i] = text[i];
+    detail::putShortText(target, text);
   }
 }
 
@@ -64,6 +47,13 @@ TextBuffer::TextBuffer(std::string_view first, std::string_view second, std::siz
   put(characters, first);
   put(characters + first.size(), second);
   characters[size_] = '\0';
+}
+
+void TextBuffer::putOutside(std::string_view text) {
+  capacity_ = capacityFor(text.size());
+  outside_ = allocate(capacity_);
+  put(outside_, text);
+  outside_[text.size()] = '\0';
 }
 
 void TextBuffer::release() noexcept { ObjectMemory::release(outside_, capacity_ + 1); }
