@@ -21,7 +21,7 @@ class RecentPaths {
   template <typename Make>
   [[nodiscard]] Ref<Array> pathFor(std::string_view text, Make&& makePath) {
     // Each path has one place, which it takes from the path that had it before.
-    Entry& entry = entries_[placeOf(text)];
+    Entry& entry = entries_[placeHash(text) % kPlaces];
     if (!entry.path || !sameText(entry.text, text)) entry = {text, makePath()};
     return Ref<Array>(*entry.path);
   }
@@ -33,13 +33,6 @@ class RecentPaths {
     std::string_view text;
     RefPtr<Array> path;
   };
-
-  [[nodiscard]] static std::size_t placeOf(std::string_view text) noexcept {
-    if (text.empty()) return 0;
-    const auto first = static_cast<unsigned char>(text.front());
-    const auto last = static_cast<unsigned char>(text.back());
-    return (text.size() * 5 + first + last) % kPlaces;
-  }
 
   std::array<Entry, kPlaces> entries_;
 };

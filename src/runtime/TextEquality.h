@@ -1,4 +1,4 @@
-// Equality of short texts.
+// Equality of short texts, and where to look for them.
 #pragma once
 
 #include <cstddef>
@@ -43,6 +43,15 @@ template <typename Word>
     return detail::sameInTwoWords<std::uint16_t>(left, right, size);
   }
   return size == 0 || *left == *right;
+}
+
+/// A number that is the same for the same text, by which a small table of texts chooses the places.
+/// Names of one length often differ in their ends.
+[[nodiscard]] inline std::size_t placeHash(std::string_view text) noexcept {
+  if (text.empty()) return 0;
+  const auto first = static_cast<unsigned char>(text.front());
+  const auto last = static_cast<unsigned char>(text.back());
+  return text.size() * 5 + first + last;
 }
 
 }  // namespace commandfilter

@@ -38,8 +38,6 @@ class COMMANDFILTER_EXPORT EvaluationName {
   EvaluationName(RefPtr<String> string, std::optional<Selector> selector)
       : string_(std::move(string)), selector_(selector) {}
 
-  void findSymbol() noexcept;
-
   RefPtr<String> string_;
   std::optional<Selector> selector_;
   EvaluationSymbol symbol_ = EvaluationSymbol::None;
