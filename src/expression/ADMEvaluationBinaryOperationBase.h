@@ -1,6 +1,8 @@
 // Items with two operands.
 #pragma once
 
+#include <utility>
+
 #include "expression/ADMEvaluationItemBase.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -16,10 +18,16 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperationBase : public ADMEvaluati
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* leftOperand() const noexcept { return leftOperand_.get(); }
-  virtual void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept {
+    leftOperand_ = std::move(operand);
+    operandsChanged();
+  }
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* rightOperand() const noexcept { return rightOperand_.get(); }
-  virtual void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept {
+    rightOperand_ = std::move(operand);
+    operandsChanged();
+  }
   bool pushToStack(ADMEvaluationStack& stack) override;
 
  protected:
@@ -27,6 +35,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperationBase : public ADMEvaluati
   ~ADMEvaluationBinaryOperationBase() override = default;
 
  private:
+  /// Called with each new operand.
+  virtual void operandsChanged() noexcept {}
+
   RefPtr<ADMEvaluationItemBase> leftOperand_;
   RefPtr<ADMEvaluationItemBase> rightOperand_;
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,17 +20,31 @@
 #include "expression/ADMEvaluationString.h"
 #include "expression/ADMEvaluationUnaryOperation.h"
 #include "expression/LexicalClasses.h"
-#include "expression/Operators.h"
-#include "expression/TokenStart.h"
+#include "runtime/Number.h"
 #include "runtime/Text.h"
 
 namespace commandfilter {
 
 namespace {
 
-Ref<ADMEvaluationItemBase> itemOfOperator(const Operator& row) {
-  if (row.perform == nullptr) return ADMEvaluationUnaryOperation::itemWithOperationType(row.type);
-  return ADMEvaluationBinaryOperation::itemWithOperationType(row.type);
+Number numberOf(const Token& token, const CodeUnits& units) {
+  constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
+  const bool isNegative = units[token.range.begin] == u'-';
+  const std::size_t first = token.range.begin + (isNegative ? 1 : 0);
+  // "0x" does not belong to the digits.
+  const int base = token.content.begin > first ? 16 : 10;
+  std::int64_t value = 0;
+  for (std::size_t i = token.content.begin; i < token.content.end; ++i) {
+    const char16_t unit = units[i];
+    const int digit = isDigitUnit(unit) ? unit - u'0' : (unit | 0x20) - u'a' + 10;
+    // A literal that is too large stops at the limit, and takes its sign from there.
+    if (value > (kLimit - digit) / base) {
+      value = kLimit;
+      break;
+    }
+    value = value * base + digit;
+  }
+  return Number::integer(isNegative ? -value : value);
 }
 
 }  // namespace
@@ -41,7 +54,7 @@ constinit const Class ADMEvaluationLexer::kClass{.name = "ADMEvaluationLexer",
 
 ADMEvaluationLexer::ADMEvaluationLexer(Ref<String> expression, Ref<ADMEvaluationContext> context)
     : expressionString_(std::move(expression)),
-      units_(expressionString_->view()),
+      reader_(*expressionString_),
       context_(std::move(context)) {}
 
 Ref<ADMEvaluationLexer> ADMEvaluationLexer::initWithExpressionString_evaluationContext(
@@ -49,273 +62,121 @@ Ref<ADMEvaluationLexer> ADMEvaluationLexer::initWithExpressionString_evaluationC
   return make<ADMEvaluationLexer>(std::move(expression), std::move(context));
 }
 
-template <typename... Arguments>
-std::nullptr_t ADMEvaluationLexer::fail(std::string_view format, const Arguments&... arguments) {
-  Ref<ADMEvaluationError> error = ADMEvaluationError::errorWithCategory_descriptionFormat(
-      ErrorCategory::Lexical, format, arguments...);
-  // The last unit read; behind the text when that was its end.
-  error->noteSourceRange({currentPosition_ - 1, currentPosition_});
-  context_->setLastError(std::move(error));
-  return nullptr;
-}
-
-char16_t ADMEvaluationLexer::nextChar() noexcept {
-  if (currentPosition_ < units_.length()) return units_[currentPosition_++];
-  if (currentPosition_ == units_.length()) ++currentPosition_;
-  return 0;
-}
-
-void ADMEvaluationLexer::putCharBack() noexcept {
-  if (currentPosition_ >= 1 && currentPosition_ <= units_.length()) --currentPosition_;
-}
-
-inline void ADMEvaluationLexer::skipWhitespaces() noexcept {
-  if (currentPosition_ < units_.length()) {
-    currentPosition_ = units_.skipWhile(currentPosition_, isBlankUnit);
+void ADMEvaluationLexer::recordFailure() {
+  const auto record = [this](std::string_view format, const auto&... arguments) {
+    const std::size_t position = reader_.position();
+    Ref<ADMEvaluationError> error = ADMEvaluationError::errorWithCategory_descriptionFormat(
+        ErrorCategory::Lexical, format, arguments..., position);
+    // The last unit read; behind the text when that was its end.
+    error->noteSourceRange({position - 1, position});
+    context_->setLastError(std::move(error));
+  };
+  switch (reader_.failure()) {
+    case LexicalFailure::Token:
+      return record("Incorrect token %c at %d", static_cast<std::uint16_t>(reader_.failedUnit()));
+    case LexicalFailure::String:
+      return record("String parsing error at %d");
+    case LexicalFailure::Operator:
+      return record("Incorrect operator at %d");
+    case LexicalFailure::FeaturePath:
+    case LexicalFailure::None:
+      return;
   }
-}
-
-void ADMEvaluationLexer::applyTerminator(char16_t unit) noexcept {
-  if (!isBlankUnit(unit)) putCharBack();
-}
-
-template <typename Belongs>
-std::size_t ADMEvaluationLexer::readWhile(Belongs belongs) noexcept {
-  const std::size_t end = units_.skipWhile(currentPosition_, belongs);
-  // The end of the expression is read as well, and a blank. What comes cannot be foretold, so it is
-  // counted rather than branched on.
-  const bool takesTerminator = end == units_.length() || isBlankUnit(units_[end]);
-  currentPosition_ = end + static_cast<std::size_t>(takesTerminator);
-  tokenEnd_ = end;
-  return end;
-}
-
-std::size_t ADMEvaluationLexer::readTo(char16_t closing) noexcept {
-  const std::size_t end = units_.findOrNull(closing, currentPosition_);
-  currentPosition_ = end + 1;
-  return end;
-}
-
-bool ADMEvaluationLexer::endsWith(std::size_t end, char16_t closing) const noexcept {
-  return end < units_.length() && units_[end] == closing;
-}
-
-Ref<String> ADMEvaluationLexer::stringBetween(std::size_t begin, std::size_t end) const {
-  if (const std::optional<std::string_view> text = units_.view(begin, end)) {
-    return make<String>(*text);
-  }
-  return make<String>(units_.substring(begin, end));
-}
-
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readItem() {
-  const char16_t unit = nextChar();
-  switch (tokenStartOf(unit)) {
-    case TokenStart::EndOfExpression:
-      return nullptr;
-    case TokenStart::Word:
-      putCharBack();
-      return readOperator();
-    case TokenStart::Number:
-      putCharBack();
-      return readNumber();
-    case TokenStart::NotOrUnequal:
-      return readNotOrUnequal();
-    case TokenStart::String: {
-      RefPtr<String> text = readString();
-      if (!text) return nullptr;
-      return ADMEvaluationString::itemWithString(std::move(text));
-    }
-    case TokenStart::GlobalConstant:
-      return ADMEvaluationGlobalConstant::itemWithName(readStandardIdentifier());
-    case TokenStart::OpeningBrace:
-      return ADMEvaluationNonExecutable::itemWithItemType(ItemType::OpeningBrace);
-    case TokenStart::ClosingBrace:
-      return ADMEvaluationNonExecutable::itemWithItemType(ItemType::ClosingBrace);
-    case TokenStart::Selector:
-      return ADMEvaluationSelector::itemWithSelectorName(readSelector());
-    case TokenStart::GlobalValue:
-      return ADMEvaluationGlobalValue::itemWithName(readGlobalName());
-    case TokenStart::Procedure:
-      return readProcedure();
-    case TokenStart::FeaturePath: {
-      RefPtr<Array> path = readIdentifiersPath();
-      if (!path) return nullptr;
-      return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(Ref<Array>(*path));
-    }
-    case TokenStart::Symbol: {
-      const char symbol = static_cast<char>(unit);
-      return itemOfOperator(*operatorOfSymbol({&symbol, 1}));
-    }
-    case TokenStart::Incorrect:
-      break;
-  }
-  return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
-  skipWhitespaces();
-  const std::size_t begin = currentPosition_;
-  tokenEnd_ = 0;
-  RefPtr<ADMEvaluationItemBase> item = readItem();
-  if (item) {
-    const std::size_t end = tokenEnd_ != 0 ? tokenEnd_ : currentPosition_;
-    item->setSourceRange({begin, std::min(end, units_.length())});
-    previousType_ = item->type();
-  }
+  Token token;
+  if (!nextToken(token)) return nullptr;
+  return itemOf(token);
+}
+
+Ref<ADMEvaluationItemBase> ADMEvaluationLexer::itemOf(const Token& token) {
+  Ref<ADMEvaluationItemBase> item = bareItemOf(token);
+  item->setSourceRange(token.range);
   return item;
 }
 
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNotOrUnequal() {
-  const std::size_t end = currentPosition_;
-  skipWhitespaces();
-  if (nextChar() == u'=') return itemOfOperator(*operatorOfSymbol("!="));
-  putCharBack();
-  tokenEnd_ = end;
-  return itemOfOperator(*operatorOfSymbol("!"));
-}
-
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readProcedure() {
-  Ref<String> name = readStandardIdentifier();
-  if (isOperand(previousType_) || previousType_ == ItemType::ClosingBrace) {
-    return ADMEvaluationOperatorProcedure::itemWithProcedureName(std::move(name));
+inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& token) {
+  switch (token.type) {
+    case ItemType::String:
+      return ADMEvaluationString::itemWithString(textOf(token.content));
+    case ItemType::Number:
+      return ADMEvaluationNumber::itemWithNumber(numberOf(token, reader_.units()));
+    case ItemType::GlobalConstant:
+      return ADMEvaluationGlobalConstant::itemWithName(textOf(token.content));
+    case ItemType::GlobalValue:
+      return ADMEvaluationGlobalValue::itemWithName(textOf(token.content));
+    case ItemType::Selector:
+      return ADMEvaluationSelector::itemWithSelectorName(textOf(token.content));
+    case ItemType::FeaturePath:
+      return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(pathOf(token));
+    case ItemType::ProcedureCall:
+      if (token.isMemberCall) {
+        return ADMEvaluationOperatorProcedure::itemWithProcedureName(textOf(token.content));
+      }
+      return ADMEvaluationProcedure::itemWithProcedureName(textOf(token.content));
+    case ItemType::Not:
+      return ADMEvaluationUnaryOperation::itemWithOperationType(token.type);
+    case ItemType::EmptyArguments:
+    case ItemType::OpeningBrace:
+    case ItemType::ClosingBrace:
+      return ADMEvaluationNonExecutable::itemWithItemType(token.type);
+    default:
+      return ADMEvaluationBinaryOperation::itemWithOperationType(token.type);
   }
-  return ADMEvaluationProcedure::itemWithProcedureName(std::move(name));
 }
 
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readNumber() {
-  std::size_t start = currentPosition_;
-  char16_t unit = nextChar();
-  const bool negative = unit == u'-';
-  if (negative) {
-    ++start;
-    unit = nextChar();
+Ref<String> ADMEvaluationLexer::textOf(const SourceRange& range) const {
+  const CodeUnits& units = reader_.units();
+  if (const std::optional<std::string_view> text = units.view(range.begin, range.end)) {
+    return make<String>(*text);
   }
-  int base = 10;
-  if (unit == u'0') {
-    unit = nextChar();
-    if (unit == u'x') {
-      unit = nextChar();
-      base = 16;
-      start += 2;
-    }
-  }
-  while (base == 16 ? isHexDigitUnit(unit) : isDigitUnit(unit)) unit = nextChar();
-  const std::size_t end = currentPosition_ - 1;
-  if (end == start) {
-    return fail("Incorrect token %c at %d", static_cast<std::uint16_t>(unit), currentPosition_);
-  }
-  applyTerminator(unit);
-  tokenEnd_ = end;
-  return ADMEvaluationNumber::itemWithNumber(numberBetween(start, end, base, negative));
+  return make<String>(units.substring(range.begin, range.end));
 }
 
-Number ADMEvaluationLexer::numberBetween(std::size_t begin, std::size_t end, int base,
-                                         bool negative) const {
-  constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
-  std::int64_t value = 0;
-  for (std::size_t i = begin; i < end; ++i) {
-    const char16_t unit = units_[i];
-    const int digit = isDigitUnit(unit) ? unit - u'0' : (unit | 0x20) - u'a' + 10;
-    // A literal that is too large stops at the limit, and takes its sign from there.
-    if (value > (kLimit - digit) / base) {
-      value = kLimit;
-      break;
-    }
-    value = value * base + digit;
-  }
-  return Number::integer(negative ? -value : value);
-}
-
-RefPtr<String> ADMEvaluationLexer::readString() {
-  const std::size_t begin = currentPosition_;
-  const std::size_t end = readTo(u'"');
-  if (!endsWith(end, u'"')) return fail("String parsing error at %d", currentPosition_);
-  return stringBetween(begin, end);
-}
-
-Ref<String> ADMEvaluationLexer::readGlobalName() {
-  const std::size_t begin = currentPosition_;
-  return stringBetween(begin, readTo(u']'));
-}
-
-Ref<String> ADMEvaluationLexer::readStandardIdentifier() {
-  const std::size_t begin = currentPosition_;
-  return stringBetween(begin, readWhile(isNameUnit));
-}
-
-Ref<String> ADMEvaluationLexer::readSelector() {
-  const std::size_t begin = currentPosition_;
-  return stringBetween(begin,
-                       readWhile([](char16_t unit) { return unit == u':' || isNameUnit(unit); }));
-}
-
-Ref<String> ADMEvaluationLexer::trimmedBetween(std::size_t begin, std::size_t end) const {
-  const auto isNeverTrimmed = [this](std::size_t at) {
-    return units_[at] > u' ' && units_[at] < 128;
+Ref<String> ADMEvaluationLexer::trimmedText(const SourceRange& range) const {
+  const CodeUnits& units = reader_.units();
+  const auto isNeverTrimmed = [&units](std::size_t at) {
+    return units[at] > u' ' && units[at] < 128;
   };
-  if (begin < end && isNeverTrimmed(begin) && isNeverTrimmed(end - 1)) {
-    return stringBetween(begin, end);
+  if (!range.isEmpty() && isNeverTrimmed(range.begin) && isNeverTrimmed(range.end - 1)) {
+    return textOf(range);
   }
-  return String::create(std::string(trimmed(units_.substring(begin, end))));
+  return String::create(std::string(trimmed(units.substring(range.begin, range.end))));
 }
 
-RefPtr<Array> ADMEvaluationLexer::readIdentifiersPath() {
-  PathPlaces places;
-  places.nameBegin = currentPosition_;
-  places.nameEnd = readTo(u'}');
-  if (!endsWith(places.nameEnd, u'}')) return nullptr;
-  std::size_t end = places.nameEnd + 1;
-  char16_t unit = nextChar();
-  if (unit == u'[') {
-    places.hasKey = true;
-    places.keyBegin = currentPosition_;
-    places.keyEnd = readTo(u']');
-    if (!endsWith(places.keyEnd, u']')) return nullptr;
-    end = places.keyEnd + 1;
-    unit = nextChar();
-  }
-  if (unit == u'.') {
-    places.partsBegin = currentPosition_;
-    places.partsEnd = readWhile([](char16_t c) { return c == u'.' || isNameUnit(c); });
-    end = places.partsEnd;
-  } else {
-    applyTerminator(unit);
-  }
-  tokenEnd_ = end;
-  const std::optional<std::string_view> text = units_.view(places.nameBegin, end);
-  if (!text) return pathAt(places);
-  return recentPaths_.pathFor(*text, [&] { return pathAt(places); });
+Ref<Array> ADMEvaluationLexer::pathOf(const Token& token) {
+  const std::optional<std::string_view> text =
+      reader_.units().view(token.content.begin, token.range.end);
+  if (!text) return readPath(token);
+  if (!recentPaths_) recentPaths_.emplace();
+  return recentPaths_->pathFor(*text, [&] { return readPath(token); });
 }
 
-Ref<Array> ADMEvaluationLexer::pathAt(const PathPlaces& places) const {
+Ref<Array> ADMEvaluationLexer::readPath(const Token& token) const {
+  const CodeUnits& units = reader_.units();
+  const std::size_t end = token.range.end;
+  SourceRange key;
+  std::size_t at = token.content.end + 1;
+  if (at < end && units[at] == u'[') {
+    key = {at + 1, units.findOrNull(u']', at + 1)};
+    at = key.end + 1;
+  }
   std::vector<Value> components;
   constexpr std::size_t kUsual = 3;
   components.reserve(kUsual);
-  components.emplace_back(trimmedBetween(places.nameBegin, places.nameEnd));
-  for (std::size_t begin = places.partsBegin; places.partsBegin != places.partsEnd;) {
-    const std::size_t end = std::min(
-        units_.skipWhile(begin, [](char16_t unit) { return unit != u'.'; }), places.partsEnd);
-    components.emplace_back(stringBetween(begin, end));
-    if (end == places.partsEnd) break;
-    begin = end + 1;
+  components.emplace_back(trimmedText(token.content));
+  // What remains begins with a full stop; one that nothing follows adds no component.
+  if (at + 1 < end) {
+    while (at < end) {
+      const std::size_t begin = at + 1;
+      at = std::min(units.skipWhile(begin, [](char16_t unit) { return unit != u'.'; }), end);
+      components.emplace_back(textOf({begin, at}));
+    }
   }
-  if (places.hasKey) components.emplace_back(trimmedBetween(places.keyBegin, places.keyEnd));
+  // Where there is a key, it begins behind three units at least.
+  if (key.begin != 0) components.emplace_back(trimmedText(key));
   return Array::create(std::move(components));
-}
-
-RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::readOperator() {
-  const std::size_t begin = currentPosition_;
-  const std::size_t end = readWhile(isLetterUnit);
-  if (end < units_.length() && units_[end] == 0) {
-    // The end of the input makes the rest of the expression the word, and no word has that unit.
-    currentPosition_ = end + 1;
-    return fail("Incorrect operator at %d", currentPosition_);
-  }
-  const std::optional<std::string_view> word = units_.view(begin, end);
-  if (const Operator* row = operatorOfWord(word ? *word : units_.substring(begin, end))) {
-    return itemOfOperator(*row);
-  }
-  return fail("Incorrect operator at %d", currentPosition_);
 }
 
 }  // namespace commandfilter

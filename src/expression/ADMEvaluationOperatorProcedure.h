@@ -25,14 +25,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
-  void setLeftOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
-    arguments_ = nullptr;
-    ADMEvaluationBinaryOperationBase::setLeftOperand(std::move(operand));
-  }
-  void setRightOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
-    arguments_ = nullptr;
-    ADMEvaluationBinaryOperationBase::setRightOperand(std::move(operand));
-  }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
   void print(TreePrinter& printer) const override;
 
@@ -43,6 +35,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
   explicit ADMEvaluationOperatorProcedure(Ref<String> name);
   ~ADMEvaluationOperatorProcedure() override = default;
 
+  void operandsChanged() noexcept override { arguments_ = nullptr; }
   [[nodiscard]] RefPtr<Array> collectArguments(ADMEvaluationContext& context) const;
 
   EvaluationName name_;

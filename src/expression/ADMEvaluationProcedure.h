@@ -24,10 +24,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUn
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
-  void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept override {
-    arguments_ = nullptr;
-    ADMEvaluationUnaryOperationBase::setOperand(std::move(operand));
-  }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;
   void print(TreePrinter& printer) const override;
 
@@ -38,6 +34,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUn
   explicit ADMEvaluationProcedure(Ref<String> name);
   ~ADMEvaluationProcedure() override = default;
 
+  void operandsChanged() noexcept override { arguments_ = nullptr; }
   [[nodiscard]] RefPtr<Array> collectArguments(ADMEvaluationContext& context) const;
 
   EvaluationName name_;

@@ -3,11 +3,13 @@
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "expression/ADMEvaluationLexer.h"
-#include "expression/ADMEvaluationNonExecutable.h"
 #include "expression/ADMEvaluationStack.h"
 #include "expression/ADMEvaluationString.h"
+#include "expression/Token.h"
+#include "runtime/ObjectMemory.h"
 
 namespace commandfilter {
 
@@ -34,18 +36,22 @@ class ErrorWatch {
 };
 
 // One compilation: an operand stack, and a stack of operators that wait for their right operand.
+// Operators are tokens until they have their operands, and braces never become more.
 class Compilation {
  public:
   Compilation(const Ref<String>& expression, const Ref<ADMEvaluationContext>& context)
       : lexer_(ADMEvaluationLexer::initWithExpressionString_evaluationContext(expression, context)),
-        context_(context) {}
+        context_(context) {
+    constexpr std::size_t kUsual = 8;
+    operators_.reserve(kUsual);
+  }
 
   // The root of the tree; nil after an error.
   Item compile() {
-    while (Item item = lexer_->nextItem()) {
-      const ItemType type = item->type();
-      if (!acceptItem(std::move(item), type)) return nullptr;
-      previous_ = type;
+    Token token;
+    for (ItemType previous = ItemType::StartOfExpression; lexer_->nextToken(token);
+         previous = token.type) {
+      if (!acceptToken(token, previous)) return nullptr;
     }
     if (!finishOperators()) return nullptr;
     Item root = operands_->take();
@@ -54,56 +60,66 @@ class Compilation {
   }
 
  private:
-  bool acceptItem(Item item, ItemType type) {
-    if (isOperand(type)) {
-      operands_->push(std::move(item));
+  bool acceptToken(const Token& token, ItemType previous) {
+    if (isOperand(token.type)) {
+      operands_->push(lexer_->itemOf(token));
       return true;
     }
-    if (operators_->empty() || type == ItemType::OpeningBrace) {
-      operators_->push(std::move(item));
+    if (operators_.empty() || token.type == ItemType::OpeningBrace) {
+      operators_.push_back(token);
       return true;
     }
-    if (type == ItemType::ClosingBrace) return closeBrace(*item);
-    acceptOperator(std::move(item), type);
+    if (token.type == ItemType::ClosingBrace) return closeBrace(token, previous);
+    acceptOperator(token, previous);
     return true;
   }
 
-  bool closeBrace(const ADMEvaluationItemBase& brace) {
-    if (previous_ == ItemType::OpeningBrace) {
-      const Item opening = operators_->take();
-      Item empty = ADMEvaluationNonExecutable::itemWithItemType(ItemType::EmptyArguments);
-      empty->setSourceRange(opening->sourceRange().unitedWith(brace.sourceRange()));
-      operands_->push(std::move(empty));
+  bool closeBrace(const Token& brace, ItemType previous) {
+    if (previous == ItemType::OpeningBrace) {
+      Token empty = brace;
+      empty.type = ItemType::EmptyArguments;
+      empty.range = operators_.back().range.unitedWith(brace.range);
+      operators_.pop_back();
+      operands_->push(lexer_->itemOf(empty));
       return true;
     }
-    while (const Item top = operators_->take()) {
-      if (top->type() == ItemType::OpeningBrace) return true;
-      operands_->pushWithSubtreeCreation(top);
+    while (!operators_.empty()) {
+      if (operators_.back().type == ItemType::OpeningBrace) {
+        operators_.pop_back();
+        return true;
+      }
+      applyOperator();
     }
-    return fail("Incorrect brace balance", brace.sourceRange()) != nullptr;
+    return fail("Incorrect brace balance", brace.range) != nullptr;
   }
 
-  void acceptOperator(Item item, ItemType type) {
+  void acceptOperator(const Token& token, ItemType previous) {
     const bool elementLeftOut =
-        type == ItemType::MakeList &&
-        (previous_ == ItemType::OpeningBrace || previous_ == ItemType::MakeList);
+        token.type == ItemType::MakeList &&
+        (previous == ItemType::OpeningBrace || previous == ItemType::MakeList);
     if (elementLeftOut) operands_->push(ADMEvaluationString::itemWithString(nullptr));
-    while (!operators_->empty() && operators_->topType() != ItemType::OpeningBrace &&
-           codeOf(operators_->topType()) >= codeOf(type)) {
-      // An operator without operands is dropped, and what it took is lost.
-      operands_->pushWithSubtreeCreation(operators_->take());
+    while (!operators_.empty() && operators_.back().type != ItemType::OpeningBrace &&
+           codeOf(operators_.back().type) >= codeOf(token.type)) {
+      applyOperator();
     }
-    operators_->push(std::move(item));
+    operators_.push_back(token);
   }
 
   bool finishOperators() {
-    while (const Item top = operators_->take()) {
-      if (top->type() == ItemType::OpeningBrace) {
-        return fail("Incorrect brace balance", top->sourceRange()) != nullptr;
+    while (!operators_.empty()) {
+      const Token& top = operators_.back();
+      if (top.type == ItemType::OpeningBrace) {
+        return fail("Incorrect brace balance", top.range) != nullptr;
       }
-      operands_->pushWithSubtreeCreation(top);
+      applyOperator();
     }
     return true;
+  }
+
+  // Has the operator on top take its operands. One without is dropped, and what it took is lost.
+  void applyOperator() {
+    operands_->pushWithSubtreeCreation(lexer_->itemOf(operators_.back()));
+    operators_.pop_back();
   }
 
   std::nullptr_t fail(std::string_view message, const std::optional<SourceRange>& range) {
@@ -117,8 +133,7 @@ class Compilation {
   Ref<ADMEvaluationLexer> lexer_;
   const Ref<ADMEvaluationContext>& context_;
   Ref<ADMEvaluationStack> operands_ = ADMEvaluationStack::create();
-  Ref<ADMEvaluationStack> operators_ = ADMEvaluationStack::create();
-  ItemType previous_ = ItemType::StartOfExpression;
+  std::vector<Token, ObjectAllocator<Token>> operators_;
 };
 
 }  // namespace

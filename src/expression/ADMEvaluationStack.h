@@ -8,6 +8,7 @@
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Object.h"
+#include "runtime/ObjectMemory.h"
 #include "runtime/Ref.h"
 
 namespace commandfilter {
@@ -58,7 +59,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   ADMEvaluationStack();
   ~ADMEvaluationStack() override = default;
 
-  std::vector<Ref<ADMEvaluationItemBase>> elements_;
+  std::vector<Ref<ADMEvaluationItemBase>, ObjectAllocator<Ref<ADMEvaluationItemBase>>> elements_;
 };
 
 }  // namespace commandfilter

@@ -9,10 +9,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationUnaryOperationBase::kClass{
     .name = "ADMEvaluationUnaryOperationBase", .base = &ADMEvaluationItemBase::kClass};
 
-void ADMEvaluationUnaryOperationBase::setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept {
-  operand_ = std::move(operand);
-}
-
 bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   RefPtr<ADMEvaluationItemBase> operand = stack.take();
   if (!operand) return false;

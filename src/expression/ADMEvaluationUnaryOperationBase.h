@@ -1,6 +1,8 @@
 // Items with one operand.
 #pragma once
 
+#include <utility>
+
 #include "expression/ADMEvaluationItemBase.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -16,7 +18,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationUnaryOperationBase : public ADMEvaluatio
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// nil until the compiler has linked the tree. Borrowed.
   [[nodiscard]] ADMEvaluationItemBase* operand() const noexcept { return operand_.get(); }
-  virtual void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept;
+  void setOperand(RefPtr<ADMEvaluationItemBase> operand) noexcept {
+    operand_ = std::move(operand);
+    operandsChanged();
+  }
   bool pushToStack(ADMEvaluationStack& stack) override;
 
  protected:
@@ -24,6 +29,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationUnaryOperationBase : public ADMEvaluatio
   ~ADMEvaluationUnaryOperationBase() override = default;
 
  private:
+  /// Called with each new operand.
+  virtual void operandsChanged() noexcept {}
+
   RefPtr<ADMEvaluationItemBase> operand_;
 };
 

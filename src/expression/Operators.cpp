@@ -1,6 +1,5 @@
 #include "expression/Operators.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace commandfilter {
@@ -61,7 +60,6 @@ static_assert(rowsStandInOrder());
 static_assert(codeOf(kOperators.back().type) + 1 == codeOf(ItemType::ProcedureCall));
 
 constexpr std::size_t kWordSlots = 64;
-constexpr std::size_t kSymbols = 128;
 
 // A word as a number: its letters in lower case, one a byte.
 using PackedWord = std::uint64_t;
@@ -85,53 +83,45 @@ constexpr std::size_t slotOf(PackedWord word) noexcept {
 
 struct Word {
   PackedWord letters = 0;
-  std::size_t row = 0;
+  ItemType type = ItemType::StartOfExpression;
 };
 
 constexpr std::array<Word, kWordSlots> wordsBySlot() {
   std::array<Word, kWordSlots> slots{};
-  for (std::size_t row = 0; row < kOperators.size(); ++row) {
-    for (const std::string_view word : kOperators[row].words) {
+  for (const Operator& row : kOperators) {
+    for (const std::string_view word : row.words) {
       if (word.empty()) continue;
       std::size_t slot = slotOf(packed(word));
       while (slots[slot].letters != 0) slot = (slot + 1) % kWordSlots;
-      slots[slot] = {packed(word), row};
+      slots[slot] = {packed(word), row.type};
     }
   }
   return slots;
 }
 constexpr std::array<Word, kWordSlots> kWords = wordsBySlot();
 
-// The rows of the symbols that are one character.
-constexpr std::array<const Operator*, kSymbols> rowsBySymbol() {
-  std::array<const Operator*, kSymbols> rows{};
+constexpr std::array<ItemType, 128> typesBySymbol() {
+  std::array<ItemType, 128> types{};
+  types.fill(ItemType::StartOfExpression);
   for (const Operator& row : kOperators) {
-    if (row.symbol.size() == 1) rows[static_cast<unsigned char>(row.symbol.front())] = &row;
+    if (row.symbol.size() == 1) types[static_cast<unsigned char>(row.symbol.front())] = row.type;
   }
-  return rows;
+  return types;
 }
-constexpr std::array<const Operator*, kSymbols> kRowsBySymbol = rowsBySymbol();
 
 }  // namespace
 
-const Operator* operatorOfWord(std::string_view word) noexcept {
-  if (word.empty() || word.size() > kLongestWord) return nullptr;
+constexpr std::array<ItemType, 128> detail::kTypesBySymbol = typesBySymbol();
+
+std::optional<ItemType> typeOfWord(std::string_view word) noexcept {
+  if (word.empty() || word.size() > kLongestWord) return std::nullopt;
   const PackedWord letters = packed(word);
   std::size_t slot = slotOf(letters);
   while (kWords[slot].letters != 0 && kWords[slot].letters != letters) {
     slot = (slot + 1) % kWordSlots;
   }
-  return kWords[slot].letters != 0 ? &kOperators[kWords[slot].row] : nullptr;
-}
-
-const Operator* operatorOfSymbol(std::string_view symbol) noexcept {
-  if (symbol.size() == 1) {
-    const auto c = static_cast<unsigned char>(symbol.front());
-    return c < kSymbols ? kRowsBySymbol[c] : nullptr;
-  }
-  if (symbol.empty()) return nullptr;
-  const auto found = std::ranges::find(kOperators, symbol, &Operator::symbol);
-  return found != kOperators.end() ? &*found : nullptr;
+  if (kWords[slot].letters == 0) return std::nullopt;
+  return kWords[slot].type;
 }
 
 }  // namespace commandfilter

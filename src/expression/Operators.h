@@ -29,6 +29,8 @@ namespace detail {
 
 // In the order of the codes, none of which is left out.
 COMMANDFILTER_EXPORT extern const std::array<Operator, 15> kOperators;
+// For each character, the code of the operator that is written so.
+COMMANDFILTER_EXPORT extern const std::array<ItemType, 128> kTypesBySymbol;
 
 }  // namespace detail
 
@@ -43,12 +45,15 @@ COMMANDFILTER_EXPORT extern const std::array<Operator, 15> kOperators;
   return place < detail::kOperators.size() ? &detail::kOperators[place] : nullptr;
 }
 
-/// The row that has the word, in any case; nullptr when none has. Only ASCII letters have cases
-/// here, which no other letter is one of.
-[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfWord(std::string_view word) noexcept;
+/// The code of the operator that has the word, in any case; none when there is none. Only ASCII
+/// letters have cases here, which no other letter is one of.
+[[nodiscard]] COMMANDFILTER_EXPORT std::optional<ItemType> typeOfWord(
+    std::string_view word) noexcept;
 
-/// The row that has the symbol; nullptr when none has.
-[[nodiscard]] COMMANDFILTER_EXPORT const Operator* operatorOfSymbol(
-    std::string_view symbol) noexcept;
+/// The code of the operator that has the character, one of ASCII, as its symbol; StartOfExpression
+/// when there is none.
+[[nodiscard]] inline ItemType typeOfSymbol(char16_t symbol) noexcept {
+  return detail::kTypesBySymbol[symbol];
+}
 
 }  // namespace commandfilter
