@@ -58,11 +58,6 @@ ADMEvaluationBinaryOperation::ADMEvaluationBinaryOperation(ItemType type) noexce
   perform_ = row != nullptr && row->perform != nullptr ? row->perform : &failAsUnknown;
 }
 
-Ref<ADMEvaluationBinaryOperation> ADMEvaluationBinaryOperation::itemWithOperationType(
-    ItemType type) {
-  return make<ADMEvaluationBinaryOperation>(type);
-}
-
 Value ADMEvaluationBinaryOperation::evaluate(ADMEvaluationContext& context) const {
   StackGuard::check();
   return perform_(*this, context);

@@ -19,7 +19,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
   using Operation = Value(const ADMEvaluationBinaryOperation& operation,
                           ADMEvaluationContext& context);
 
-  [[nodiscard]] static Ref<ADMEvaluationBinaryOperation> itemWithOperationType(ItemType type);
+  [[nodiscard]] static Ref<ADMEvaluationBinaryOperation> itemWithOperationType(ItemType type) {
+    return make<ADMEvaluationBinaryOperation>(type);
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;

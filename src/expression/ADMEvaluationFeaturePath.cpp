@@ -8,11 +8,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationFeaturePath::kClass{.name = "ADMEvaluationFeaturePath",
                                                        .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationFeaturePath> ADMEvaluationFeaturePath::itemWithFeaturePathComponents(
-    Ref<Array> featurePath) {
-  return make<ADMEvaluationFeaturePath>(std::move(featurePath));
-}
-
 Value ADMEvaluationFeaturePath::evaluate(ADMEvaluationContext& context) const {
   Value value = context.valueForFeaturePathComponents(featurePath_.get());
   if (value.isNil()) noteFailure(*this, context);

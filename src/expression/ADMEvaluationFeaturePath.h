@@ -18,7 +18,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationFeaturePath final : public ADMEvaluation
   static const Class kClass;
 
   [[nodiscard]] static Ref<ADMEvaluationFeaturePath> itemWithFeaturePathComponents(
-      Ref<Array> featurePath);
+      Ref<Array> featurePath) {
+    return make<ADMEvaluationFeaturePath>(std::move(featurePath));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const Ref<Array>& featurePath() const noexcept { return featurePath_; }

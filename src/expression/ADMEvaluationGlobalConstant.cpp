@@ -10,10 +10,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationGlobalConstant::kClass{.name = "ADMEvaluationGlobalConstant",
                                                           .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationGlobalConstant> ADMEvaluationGlobalConstant::itemWithName(Ref<String> name) {
-  return make<ADMEvaluationGlobalConstant>(std::move(name));
-}
-
 Value ADMEvaluationGlobalConstant::evaluate(ADMEvaluationContext& context) const {
   ADMNamedValues* constants = context.constants();
   if (constants == nullptr) return ask(context);

@@ -18,7 +18,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalConstant final : public ADMEvaluat
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationGlobalConstant> itemWithName(Ref<String> name);
+  [[nodiscard]] static Ref<ADMEvaluationGlobalConstant> itemWithName(Ref<String> name) {
+    return make<ADMEvaluationGlobalConstant>(std::move(name));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const Ref<String>& name() const noexcept { return name_; }

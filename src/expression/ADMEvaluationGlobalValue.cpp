@@ -10,10 +10,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationGlobalValue::kClass{.name = "ADMEvaluationGlobalValue",
                                                        .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationGlobalValue> ADMEvaluationGlobalValue::itemWithName(Ref<String> name) {
-  return make<ADMEvaluationGlobalValue>(std::move(name));
-}
-
 Value ADMEvaluationGlobalValue::evaluate(ADMEvaluationContext& context) const {
   if (ADMNamedValues* values = context.templateValues()) return values->valueNamed(*name_);
   const Dictionary* configuration = context.globalConfiguration();

@@ -18,7 +18,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalValue final : public ADMEvaluation
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationGlobalValue> itemWithName(Ref<String> name);
+  [[nodiscard]] static Ref<ADMEvaluationGlobalValue> itemWithName(Ref<String> name) {
+    return make<ADMEvaluationGlobalValue>(std::move(name));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const Ref<String>& name() const noexcept { return name_; }

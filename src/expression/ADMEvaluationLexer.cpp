@@ -84,6 +84,15 @@ void ADMEvaluationLexer::recordFailure() {
   }
 }
 
+inline Ref<String> ADMEvaluationLexer::textOf(const SourceRange& range) const {
+  const std::optional<std::string_view> text = reader_.units().view(range.begin, range.end);
+  return text ? make<String>(*text) : convertedText(range);
+}
+
+Ref<String> ADMEvaluationLexer::convertedText(const SourceRange& range) const {
+  return make<String>(reader_.units().substring(range.begin, range.end));
+}
+
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
   Token token;
   if (!nextToken(token)) return nullptr;
@@ -124,14 +133,6 @@ inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& to
     default:
       return ADMEvaluationBinaryOperation::itemWithOperationType(token.type);
   }
-}
-
-Ref<String> ADMEvaluationLexer::textOf(const SourceRange& range) const {
-  const CodeUnits& units = reader_.units();
-  if (const std::optional<std::string_view> text = units.view(range.begin, range.end)) {
-    return make<String>(*text);
-  }
-  return make<String>(units.substring(range.begin, range.end));
 }
 
 Ref<String> ADMEvaluationLexer::trimmedText(const SourceRange& range) const {

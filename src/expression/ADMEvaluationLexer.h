@@ -59,6 +59,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   [[nodiscard]] Ref<Array> readPath(const Token& token) const;
   [[nodiscard]] Ref<String> trimmedText(const SourceRange& range) const;
   [[nodiscard]] Ref<String> textOf(const SourceRange& range) const;
+  // Of an expression that is not ASCII.
+  [[nodiscard, gnu::cold, gnu::noinline]] Ref<String> convertedText(const SourceRange& range) const;
   void recordFailure();
 
   Ref<String> expressionString_;

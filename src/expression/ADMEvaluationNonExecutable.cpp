@@ -8,10 +8,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationNonExecutable::kClass{.name = "ADMEvaluationNonExecutable",
                                                          .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationNonExecutable> ADMEvaluationNonExecutable::itemWithItemType(ItemType type) {
-  return make<ADMEvaluationNonExecutable>(type);
-}
-
 Value ADMEvaluationNonExecutable::evaluate(ADMEvaluationContext& context) const {
   return fail(*this, context, ErrorCategory::Structural, "Evaluating item with type: %d",
               codeOf(type()));

@@ -16,7 +16,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationNonExecutable final : public ADMEvaluati
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationNonExecutable> itemWithItemType(ItemType type);
+  [[nodiscard]] static Ref<ADMEvaluationNonExecutable> itemWithItemType(ItemType type) {
+    return make<ADMEvaluationNonExecutable>(type);
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
 

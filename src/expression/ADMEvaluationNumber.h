@@ -17,7 +17,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationNumber final : public LiteralItem {
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationNumber> itemWithNumber(const Number& number);
+  [[nodiscard]] static Ref<ADMEvaluationNumber> itemWithNumber(const Number& number) {
+    return make<ADMEvaluationNumber>(number);
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] Number number() const noexcept { return value().number(); }

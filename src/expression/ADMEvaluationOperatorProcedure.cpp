@@ -12,15 +12,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationOperatorProcedure::kClass{
     .name = "ADMEvaluationOperatorProcedure", .base = &ADMEvaluationBinaryOperationBase::kClass};
 
-ADMEvaluationOperatorProcedure::ADMEvaluationOperatorProcedure(Ref<String> name)
-    : ADMEvaluationBinaryOperationBase(ItemType::ProcedureCall),
-      name_(EvaluationName::ofProcedure(std::move(name))) {}
-
-Ref<ADMEvaluationOperatorProcedure> ADMEvaluationOperatorProcedure::itemWithProcedureName(
-    Ref<String> name) {
-  return make<ADMEvaluationOperatorProcedure>(std::move(name));
-}
-
 RefPtr<Array> ADMEvaluationOperatorProcedure::collectArguments(
     ADMEvaluationContext& context) const {
   const Ref<ADMItemsList> list = ADMItemsList::listWithItem(Value::sharing(leftOperand()));

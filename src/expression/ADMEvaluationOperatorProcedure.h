@@ -21,7 +21,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
   static const Class kClass;
 
   /// The name is without the leading "_".
-  [[nodiscard]] static Ref<ADMEvaluationOperatorProcedure> itemWithProcedureName(Ref<String> name);
+  [[nodiscard]] static Ref<ADMEvaluationOperatorProcedure> itemWithProcedureName(Ref<String> name) {
+    return make<ADMEvaluationOperatorProcedure>(std::move(name));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
@@ -32,7 +34,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationOperatorProcedure final
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit ADMEvaluationOperatorProcedure(Ref<String> name);
+  explicit ADMEvaluationOperatorProcedure(Ref<String> name)
+      : ADMEvaluationBinaryOperationBase(ItemType::ProcedureCall),
+        name_(EvaluationName::ofProcedure(std::move(name))) {}
   ~ADMEvaluationOperatorProcedure() override = default;
 
   void operandsChanged() noexcept override { arguments_ = nullptr; }

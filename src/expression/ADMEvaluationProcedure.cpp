@@ -12,14 +12,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationProcedure::kClass{
     .name = "ADMEvaluationProcedure", .base = &ADMEvaluationUnaryOperationBase::kClass};
 
-ADMEvaluationProcedure::ADMEvaluationProcedure(Ref<String> name)
-    : ADMEvaluationUnaryOperationBase(ItemType::ProcedureCall),
-      name_(EvaluationName::ofProcedure(std::move(name))) {}
-
-Ref<ADMEvaluationProcedure> ADMEvaluationProcedure::itemWithProcedureName(Ref<String> name) {
-  return make<ADMEvaluationProcedure>(std::move(name));
-}
-
 RefPtr<Array> ADMEvaluationProcedure::collectArguments(ADMEvaluationContext& context) const {
   ADMEvaluationItemBase* argument = operand();
   if (argument == nullptr || argument->type() == ItemType::EmptyArguments) return nullptr;

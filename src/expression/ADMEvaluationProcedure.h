@@ -20,7 +20,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUn
   static const Class kClass;
 
   /// The name is without the leading "_".
-  [[nodiscard]] static Ref<ADMEvaluationProcedure> itemWithProcedureName(Ref<String> name);
+  [[nodiscard]] static Ref<ADMEvaluationProcedure> itemWithProcedureName(Ref<String> name) {
+    return make<ADMEvaluationProcedure>(std::move(name));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& procedureName() const noexcept { return name_.string(); }
@@ -31,7 +33,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcedure final : public ADMEvaluationUn
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit ADMEvaluationProcedure(Ref<String> name);
+  explicit ADMEvaluationProcedure(Ref<String> name)
+      : ADMEvaluationUnaryOperationBase(ItemType::ProcedureCall),
+        name_(EvaluationName::ofProcedure(std::move(name))) {}
   ~ADMEvaluationProcedure() override = default;
 
   void operandsChanged() noexcept override { arguments_ = nullptr; }

@@ -8,10 +8,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationSelector::kClass{.name = "ADMEvaluationSelector",
                                                     .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationSelector> ADMEvaluationSelector::itemWithSelectorName(Ref<String> selectorName) {
-  return make<ADMEvaluationSelector>(std::move(selectorName));
-}
-
 Value ADMEvaluationSelector::evaluate(ADMEvaluationContext& context) const {
   Value value = context.processSelector(name_);
   if (value.isNil()) noteFailure(*this, context);

@@ -18,7 +18,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationSelector final : public ADMEvaluationIte
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationSelector> itemWithSelectorName(Ref<String> selectorName);
+  [[nodiscard]] static Ref<ADMEvaluationSelector> itemWithSelectorName(Ref<String> selectorName) {
+    return make<ADMEvaluationSelector>(std::move(selectorName));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const RefPtr<String>& selectorName() const noexcept { return name_.string(); }

@@ -7,10 +7,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationString::kClass{.name = "ADMEvaluationString",
                                                   .base = &ADMEvaluationItemBase::kClass};
 
-Ref<ADMEvaluationString> ADMEvaluationString::itemWithString(RefPtr<String> string) {
-  return make<ADMEvaluationString>(std::move(string));
-}
-
 void ADMEvaluationString::print(TreePrinter& printer) const {
   if (const String* text = string()) printer.append("\"").append(text->view()).append("\"");
 }

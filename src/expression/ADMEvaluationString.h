@@ -19,7 +19,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationString final : public LiteralItem {
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationString> itemWithString(RefPtr<String> string);
+  [[nodiscard]] static Ref<ADMEvaluationString> itemWithString(RefPtr<String> string) {
+    return make<ADMEvaluationString>(std::move(string));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// nil where a list leaves an element out. Borrowed.

@@ -9,10 +9,6 @@ namespace commandfilter {
 constinit const Class ADMEvaluationUnaryOperation::kClass{
     .name = "ADMEvaluationUnaryOperation", .base = &ADMEvaluationUnaryOperationBase::kClass};
 
-Ref<ADMEvaluationUnaryOperation> ADMEvaluationUnaryOperation::itemWithOperationType(ItemType type) {
-  return make<ADMEvaluationUnaryOperation>(type);
-}
-
 Value ADMEvaluationUnaryOperation::evaluate(ADMEvaluationContext& context) const {
   if (type() != ItemType::Not) {
     return fail(*this, context, ErrorCategory::Runtime, "Incorrect unary operation");

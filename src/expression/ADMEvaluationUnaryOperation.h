@@ -15,7 +15,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationUnaryOperation final
  public:
   static const Class kClass;
 
-  [[nodiscard]] static Ref<ADMEvaluationUnaryOperation> itemWithOperationType(ItemType type);
+  [[nodiscard]] static Ref<ADMEvaluationUnaryOperation> itemWithOperationType(ItemType type) {
+    return make<ADMEvaluationUnaryOperation>(type);
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const override;

@@ -31,11 +31,12 @@ class COMMANDFILTER_EXPORT CodeUnits {
   [[nodiscard]] std::size_t findOrNull(char16_t unit, std::size_t start) const noexcept;
   /// The units from `begin` up to `end` as UTF-8.
   [[nodiscard]] std::string substring(std::size_t begin, std::size_t end) const;
-  /// The same where they stand in the text; nothing when the text is not ASCII.
+  /// The same where they stand in the text, which they may not leave; nothing when the text is not
+  /// ASCII.
   [[nodiscard]] std::optional<std::string_view> view(std::size_t begin,
                                                      std::size_t end) const noexcept {
     if (!isASCII_) return std::nullopt;
-    return text_.substr(begin, end - begin);
+    return std::string_view(text_.data() + begin, end - begin);
   }
 
  private:
