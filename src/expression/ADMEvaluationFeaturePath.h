@@ -33,7 +33,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationFeaturePath final : public ADMEvaluation
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMEvaluationFeaturePath(Ref<Array> featurePath)
-      : ADMEvaluationItemBase(ItemType::FeaturePath), featurePath_(std::move(featurePath)) {}
+      : ADMEvaluationItemBase(ItemType::FeaturePath, Holding::NoChain),
+        featurePath_(std::move(featurePath)) {}
   ~ADMEvaluationFeaturePath() override = default;
 
   Ref<Array> featurePath_;

@@ -33,7 +33,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalConstant final : public ADMEvaluat
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMEvaluationGlobalConstant(Ref<String> name)
-      : ADMEvaluationItemBase(ItemType::GlobalConstant), name_(std::move(name)) {}
+      : ADMEvaluationItemBase(ItemType::GlobalConstant, Holding::NoChain), name_(std::move(name)) {}
   ~ADMEvaluationGlobalConstant() override = default;
 
   /// Sends the question to whatever stands in the configuration.

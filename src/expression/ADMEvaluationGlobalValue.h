@@ -33,7 +33,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalValue final : public ADMEvaluation
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMEvaluationGlobalValue(Ref<String> name)
-      : ADMEvaluationItemBase(ItemType::GlobalValue), name_(std::move(name)) {}
+      : ADMEvaluationItemBase(ItemType::GlobalValue, Holding::NoChain), name_(std::move(name)) {}
   ~ADMEvaluationGlobalValue() override = default;
 
   Ref<String> name_;

@@ -51,8 +51,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
   virtual void print(TreePrinter& printer) const = 0;
 
  protected:
-  explicit ADMEvaluationItemBase(ItemType type) noexcept
-      : Object(ObjectKind::EvaluationItem), type_(type) {}
+  explicit ADMEvaluationItemBase(ItemType type, Holding holding = Holding::Anything) noexcept
+      : Object(ObjectKind::EvaluationItem, holding), type_(type) {}
   ~ADMEvaluationItemBase() override = default;
 
  private:

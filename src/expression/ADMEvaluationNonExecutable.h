@@ -29,7 +29,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationNonExecutable final : public ADMEvaluati
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit ADMEvaluationNonExecutable(ItemType type) : ADMEvaluationItemBase(type) {}
+  explicit ADMEvaluationNonExecutable(ItemType type)
+      : ADMEvaluationItemBase(type, Holding::NoChain) {}
   ~ADMEvaluationNonExecutable() override = default;
 };
 

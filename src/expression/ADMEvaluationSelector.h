@@ -33,7 +33,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationSelector final : public ADMEvaluationIte
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMEvaluationSelector(Ref<String> selectorName)
-      : ADMEvaluationItemBase(ItemType::Selector),
+      : ADMEvaluationItemBase(ItemType::Selector, Holding::NoChain),
         name_(EvaluationName::ofSymbol(std::move(selectorName))) {}
   ~ADMEvaluationSelector() override = default;
 

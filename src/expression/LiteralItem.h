@@ -18,7 +18,8 @@ class COMMANDFILTER_EXPORT LiteralItem : public ADMEvaluationItemBase {
   [[nodiscard]] Value evaluate(ADMEvaluationContext& context) const final;
 
  protected:
-  LiteralItem(ItemType type, Value value) : ADMEvaluationItemBase(type), value_(std::move(value)) {}
+  LiteralItem(ItemType type, Value value)
+      : ADMEvaluationItemBase(type, Holding::NoChain), value_(std::move(value)) {}
   ~LiteralItem() override = default;
 
  private:

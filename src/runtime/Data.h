@@ -32,7 +32,8 @@ class COMMANDFILTER_EXPORT Data final : public Object {
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit Data(std::string bytes) noexcept : Object(ObjectKind::Data), bytes_(std::move(bytes)) {}
+  explicit Data(std::string bytes) noexcept
+      : Object(ObjectKind::Data, Holding::NoChain), bytes_(std::move(bytes)) {}
   ~Data() override = default;
 
   std::string bytes_;

@@ -32,7 +32,8 @@ class COMMANDFILTER_EXPORT Date final : public Object {
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit Date(double seconds) noexcept : Object(ObjectKind::Date), seconds_(seconds) {}
+  explicit Date(double seconds) noexcept
+      : Object(ObjectKind::Date, Holding::NoChain), seconds_(seconds) {}
   ~Date() override = default;
 
   double seconds_;

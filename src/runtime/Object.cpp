@@ -36,11 +36,6 @@ struct Destruction {
 // The destruction that is under way. The storage model saves a call at every access.
 [[gnu::tls_model("initial-exec")]] constinit thread_local Destruction destruction;
 
-// Objects of these kinds hold no others.
-constexpr bool holdsNothing(ObjectKind kind) noexcept {
-  return kind == ObjectKind::String || kind == ObjectKind::Data || kind == ObjectKind::Date;
-}
-
 }  // namespace
 
 constinit const Class Object::kClass{.name = "Object", .methods = kObjectMethods};
@@ -56,7 +51,7 @@ void Object::destroy() const noexcept {
     LiveObjects::died(*object);
     delete object;  // NOLINT(cppcoreguidelines-owning-memory): the last reference is gone
   };
-  if (holdsNothing(kind_)) {
+  if (holding_ == Holding::NoChain) {
     destroyNow(this);
     return;
   }

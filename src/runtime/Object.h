@@ -32,6 +32,14 @@ enum class ObjectKind : std::uint8_t {
   ItemsList,
 };
 
+/// What goes with an object when it is destroyed.
+enum class Holding : std::uint8_t {
+  /// Perhaps a long chain of objects, each of which holds the next.
+  Anything,
+  /// No other object, or a few that begin no chain themselves.
+  NoChain,
+};
+
 /// An object with a reference count, a class, and the answers that every object gives. It is made
 /// with `make<T>()`, held by `Ref` and `RefPtr`, and destroyed when the last of these lets go.
 /// The count is not atomic: objects belong to one thread.
@@ -88,7 +96,8 @@ class COMMANDFILTER_EXPORT Object {
   }
 
  protected:
-  explicit Object(ObjectKind kind = ObjectKind::Other) noexcept : kind_(kind) {}
+  explicit Object(ObjectKind kind = ObjectKind::Other, Holding holding = Holding::Anything) noexcept
+      : kind_(kind), holding_(holding) {}
   virtual ~Object() = default;
 
  private:
@@ -104,6 +113,7 @@ class COMMANDFILTER_EXPORT Object {
   };
   mutable State state_{{1}};
   ObjectKind kind_;
+  Holding holding_;
 };
 
 }  // namespace commandfilter

@@ -69,9 +69,10 @@ class COMMANDFILTER_EXPORT String final : public Object {
   friend Ref<T> make(Arguments&&... arguments);
   friend Ref<String> concatenateTexts(Value left, const Value& right);
 
-  explicit String(std::string_view text) : Object(ObjectKind::String), text_(text) {}
+  explicit String(std::string_view text)
+      : Object(ObjectKind::String, Holding::NoChain), text_(text) {}
   String(std::string_view first, std::string_view second, std::size_t spare)
-      : Object(ObjectKind::String), text_(first, second, spare) {}
+      : Object(ObjectKind::String, Holding::NoChain), text_(first, second, spare) {}
   ~String() override = default;
 
   TextBuffer text_;
