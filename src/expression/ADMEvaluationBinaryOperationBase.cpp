@@ -17,7 +17,8 @@ bool ADMEvaluationBinaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   leftOperand_ = std::move(left);
   rightOperand_ = std::move(right);
   operandsChanged();
-  return ADMEvaluationItemBase::pushToStack(stack);
+  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  return true;
 }
 
 }  // namespace commandfilter

@@ -36,7 +36,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   /// expression and after an error.
   [[nodiscard]] bool nextToken(Token& token) {
     if (reader_.next(token)) return true;
-    recordFailure();
+    if (reader_.failure() != LexicalFailure::None) recordFailure();
     return false;
   }
   /// The item of a token of this lexer.

@@ -12,8 +12,10 @@ constinit const Class ADMEvaluationUnaryOperationBase::kClass{
 bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   RefPtr<ADMEvaluationItemBase> operand = stack.take();
   if (!operand) return false;
-  setOperand(std::move(operand));
-  return ADMEvaluationItemBase::pushToStack(stack);
+  operand_ = std::move(operand);
+  operandsChanged();
+  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  return true;
 }
 
 }  // namespace commandfilter

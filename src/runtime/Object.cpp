@@ -11,7 +11,6 @@
 #include "runtime/Invocation.h"
 #include "runtime/LiveObjects.h"
 #include "runtime/MethodSignature.h"
-#include "runtime/ObjectMemory.h"
 #include "runtime/Value.h"
 
 namespace commandfilter {
@@ -39,12 +38,6 @@ struct Destruction {
 }  // namespace
 
 constinit const Class Object::kClass{.name = "Object", .methods = kObjectMethods};
-
-void* Object::operator new(std::size_t size) { return ObjectMemory::allocate(size); }
-
-void Object::operator delete(void* memory, std::size_t size) noexcept {
-  ObjectMemory::release(memory, size);
-}
 
 void Object::destroy() const noexcept {
   const auto destroyNow = [](const Object* object) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "runtime/Export.h"
+#include "runtime/ObjectMemory.h"
 
 namespace commandfilter {
 
@@ -82,8 +83,10 @@ class COMMANDFILTER_EXPORT Object {
   [[nodiscard]] std::uint32_t referenceCount() const noexcept { return state_.alive.count; }
 
   /// Memory for an object; see ObjectMemory.
-  [[nodiscard]] static void* operator new(std::size_t size);
-  static void operator delete(void* memory, std::size_t size) noexcept;
+  [[nodiscard]] static void* operator new(std::size_t size) { return ObjectMemory::allocate(size); }
+  static void operator delete(void* memory, std::size_t size) noexcept {
+    ObjectMemory::release(memory, size);
+  }
 
   /// Used by `Ref` and `RefPtr` only.
   void ref() const noexcept {
