@@ -17,7 +17,7 @@ bool ADMEvaluationBinaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   leftOperand_ = std::move(left);
   rightOperand_ = std::move(right);
   operandsChanged();
-  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  stack.push(Ref<ADMEvaluationItemBase>(*this));
   return true;
 }
 

@@ -118,8 +118,9 @@ class Compilation {
 
   // Has the operator on top take its operands. One without is dropped, and what it took is lost.
   void applyOperator() {
-    operands_->pushWithSubtreeCreation(lexer_->itemOf(operators_.back()));
+    const Ref<ADMEvaluationItemBase> item = lexer_->itemOf(operators_.back());
     operators_.pop_back();
+    item->pushToStack(*operands_);
   }
 
   std::nullptr_t fail(std::string_view message, const std::optional<SourceRange>& range) {

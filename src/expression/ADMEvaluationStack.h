@@ -46,6 +46,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   void push(RefPtr<ADMEvaluationItemBase> item) {
     if (item) elements_.push_back(Ref<ADMEvaluationItemBase>::adopt(*item.leak()));
   }
+  /// Puts an item on top.
+  template <typename T>
+  void push(Ref<T> item) {
+    elements_.push_back(std::move(item));
+  }
   /// Lets the item put itself on top, operators with what they take from the stack as operands.
   /// False for nil and for an operator whose operands are missing.
   bool pushWithSubtreeCreation(const RefPtr<ADMEvaluationItemBase>& item) {

@@ -14,7 +14,7 @@ bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   if (!operand) return false;
   operand_ = std::move(operand);
   operandsChanged();
-  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  stack.push(Ref<ADMEvaluationItemBase>(*this));
   return true;
 }
 
