@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "expression/ADMEvaluationItemBase.h"
+#include "expression/SharedPath.h"
 #include "runtime/Array.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -21,6 +22,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationFeaturePath final : public ADMEvaluation
       Ref<Array> featurePath) {
     return make<ADMEvaluationFeaturePath>(std::move(featurePath));
   }
+  /// An item that keeps the path for others that are written alike.
+  [[nodiscard]] static Ref<ADMEvaluationFeaturePath> itemWithSharedPath(Ref<SharedPath> path) {
+    return make<ADMEvaluationFeaturePath>(std::move(path));
+  }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] const Ref<Array>& featurePath() const noexcept { return featurePath_; }
@@ -35,9 +40,15 @@ class COMMANDFILTER_EXPORT ADMEvaluationFeaturePath final : public ADMEvaluation
   explicit ADMEvaluationFeaturePath(Ref<Array> featurePath)
       : ADMEvaluationItemBase(ItemType::FeaturePath, Holding::NoChain),
         featurePath_(std::move(featurePath)) {}
+  explicit ADMEvaluationFeaturePath(Ref<SharedPath> path)
+      : ADMEvaluationItemBase(ItemType::FeaturePath, Holding::NoChain),
+        featurePath_(path->components()),
+        sharedPath_(std::move(path)) {}
   ~ADMEvaluationFeaturePath() override = default;
 
   Ref<Array> featurePath_;
+  // nil when the components did not come from an expression.
+  RefPtr<SharedPath> sharedPath_;
 };
 
 }  // namespace commandfilter

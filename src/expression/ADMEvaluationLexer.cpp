@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "expression/ADMEvaluationString.h"
 #include "expression/ADMEvaluationUnaryOperation.h"
 #include "expression/LexicalClasses.h"
+#include "expression/SharedPath.h"
 #include "runtime/Number.h"
 #include "runtime/Text.h"
 
@@ -99,13 +101,13 @@ RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
   return itemOf(token);
 }
 
-Ref<ADMEvaluationItemBase> ADMEvaluationLexer::itemOf(const Token& token) {
+Ref<ADMEvaluationItemBase> ADMEvaluationLexer::itemOf(const Token& token) const {
   Ref<ADMEvaluationItemBase> item = bareItemOf(token);
   item->setSourceRange(token.range);
   return item;
 }
 
-inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& token) {
+inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& token) const {
   switch (token.type) {
     case ItemType::String:
       return ADMEvaluationString::itemWithString(textOf(token.content));
@@ -118,7 +120,7 @@ inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& to
     case ItemType::Selector:
       return ADMEvaluationSelector::itemWithSelectorName(textOf(token.content));
     case ItemType::FeaturePath:
-      return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(pathOf(token));
+      return featurePathOf(token);
     case ItemType::ProcedureCall:
       if (token.isMemberCall) {
         return ADMEvaluationOperatorProcedure::itemWithProcedureName(textOf(token.content));
@@ -146,15 +148,15 @@ Ref<String> ADMEvaluationLexer::trimmedText(const SourceRange& range) const {
   return String::create(std::string(trimmed(units.substring(range.begin, range.end))));
 }
 
-Ref<Array> ADMEvaluationLexer::pathOf(const Token& token) {
+Ref<ADMEvaluationItemBase> ADMEvaluationLexer::featurePathOf(const Token& token) const {
   const std::optional<std::string_view> text =
       reader_.units().view(token.content.begin, token.range.end);
-  if (!text) return readPath(token);
-  if (!recentPaths_) recentPaths_.emplace();
-  return recentPaths_->pathFor(*text, [&] { return readPath(token); });
+  if (!text) return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(componentsOf(token));
+  return ADMEvaluationFeaturePath::itemWithSharedPath(
+      SharedPath::pathFor(*text, [&] { return componentsOf(token); }));
 }
 
-Ref<Array> ADMEvaluationLexer::readPath(const Token& token) const {
+Ref<Array> ADMEvaluationLexer::componentsOf(const Token& token) const {
   const CodeUnits& units = reader_.units();
   const std::size_t end = token.range.end;
   SourceRange key;

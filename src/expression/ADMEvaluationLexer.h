@@ -2,12 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
 #include "expression/ItemType.h"
-#include "expression/RecentPaths.h"
 #include "expression/Token.h"
 #include "expression/TokenReader.h"
 #include "runtime/Array.h"
@@ -40,7 +38,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
     return false;
   }
   /// The item of a token of this lexer.
-  [[nodiscard]] Ref<ADMEvaluationItemBase> itemOf(const Token& token);
+  [[nodiscard]] Ref<ADMEvaluationItemBase> itemOf(const Token& token) const;
 
   /// How many code units have been read, one more once the end has been read.
   [[nodiscard]] std::size_t currentPosition() const noexcept { return reader_.position(); }
@@ -54,9 +52,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   ADMEvaluationLexer(Ref<String> expression, Ref<ADMEvaluationContext> context);
   ~ADMEvaluationLexer() override = default;
 
-  [[nodiscard]] Ref<ADMEvaluationItemBase> bareItemOf(const Token& token);
-  [[nodiscard]] Ref<Array> pathOf(const Token& token);
-  [[nodiscard]] Ref<Array> readPath(const Token& token) const;
+  [[nodiscard]] Ref<ADMEvaluationItemBase> bareItemOf(const Token& token) const;
+  [[nodiscard]] Ref<ADMEvaluationItemBase> featurePathOf(const Token& token) const;
+  [[nodiscard]] Ref<Array> componentsOf(const Token& token) const;
   [[nodiscard]] Ref<String> trimmedText(const SourceRange& range) const;
   [[nodiscard]] Ref<String> textOf(const SourceRange& range) const;
   // Of an expression that is not ASCII.
@@ -66,8 +64,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   Ref<String> expressionString_;
   TokenReader reader_;
   Ref<ADMEvaluationContext> context_;
-  // Made for the first path, since most expressions have few.
-  std::optional<RecentPaths> recentPaths_;
 };
 
 }  // namespace commandfilter
