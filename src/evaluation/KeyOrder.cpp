@@ -108,24 +108,19 @@ void KeyOrder::orderFew(std::span<const Value> keys, bool areTexts) {
   } else {
     noteImages(places_, keys);
   }
-  // Of each place only its index moves.
-  std::array<std::uint8_t, kFew> sorted{};
   for (std::size_t i = 1; i < places_.size(); ++i) {
-    const KeyPlace& place = places_[i];
+    const KeyPlace place = places_[i];
     std::size_t to = i;
     for (; to > 0; --to) {
-      const KeyPlace& other = places_[sorted[to - 1]];
+      const KeyPlace& other = places_[to - 1];
       if (other.image < place.image) break;
       if (other.image == place.image && orderBehindImage(other, place, keys) <= 0) break;
-      sorted[to] = sorted[to - 1];
+      places_[to] = other;
     }
-    sorted[to] = static_cast<std::uint8_t>(i);
+    places_[to] = place;
   }
-  std::array<KeyPlace, kFew> places;  // NOLINT(cppcoreguidelines-pro-type-member-init)
-  std::ranges::copy(places_, places.begin());
-  for (std::size_t i = 0; i < places_.size(); ++i) {
-    places_[i] = places[sorted[i]];
-    places_[i].equalsPrevious = i > 0 && places_[i - 1].image == places_[i].image &&
+  for (std::size_t i = 1; i < places_.size(); ++i) {
+    places_[i].equalsPrevious = places_[i - 1].image == places_[i].image &&
                                 orderBehindImage(places_[i - 1], places_[i], keys) == 0;
   }
 }
