@@ -224,7 +224,7 @@ Ref<Dictionary> dictionaryExtendedBy(Value left, Value key, Value value) {
 }
 
 void DictionaryBuilder::set(std::string_view key, Value value) {
-  set(Value(String::create(std::string(key))), std::move(value));
+  set(Value(String::create(key)), std::move(value));
 }
 
 const Value& DictionaryBuilder::objectForKey(const Value& key) const {

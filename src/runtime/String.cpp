@@ -65,9 +65,9 @@ constexpr std::array kStringMethods{
 constinit const Class String::kClass{
     .name = "String", .base = &Object::kClass, .methods = kStringMethods};
 
-Ref<String> String::create(std::string text) {
-  if (!isUTF8(text)) text = toWellFormedUTF8(text);
-  return make<String>(std::string_view(text));
+Ref<String> String::create(std::string_view text) {
+  if (!isUTF8(text)) return make<String>(std::string_view(toWellFormedUTF8(text)));
+  return make<String>(text);
 }
 
 RefPtr<String> String::fromUTF8(std::string_view text) {

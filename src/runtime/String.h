@@ -24,7 +24,7 @@ class COMMANDFILTER_EXPORT String final : public Object {
   using KindClass = String;
 
   /// A string of text that is UTF-8; ill-formed sequences become U+FFFD.
-  [[nodiscard]] static Ref<String> create(std::string text);
+  [[nodiscard]] static Ref<String> create(std::string_view text);
   /// A string of exactly these bytes; nil when they are not UTF-8.
   [[nodiscard]] static RefPtr<String> fromUTF8(std::string_view text);
   /// A string of what a device sends, which rarely says how it encodes characters beyond ASCII:

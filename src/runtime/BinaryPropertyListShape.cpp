@@ -1,4 +1,4 @@
-#include "runtime/PropertyListShape.h"
+#include "runtime/BinaryPropertyListShape.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,55 +16,6 @@ constexpr std::string_view kTooDeep = "its collections are nested too deeply";
 constexpr std::string_view kTooManyValues = "it holds too many values";
 constexpr std::string_view kTooLarge = "its shared parts make it too large";
 constexpr std::string_view kBroken = "it is broken";
-
-// Where a tag or a declaration that begins at `start` ends; see endOfPiece. Tags are short, so one
-// look at each character is the fastest way through them.
-std::optional<std::size_t> endOfTag(std::string_view text, std::size_t start) {
-  const bool isDeclaration = text[start + 1] == '!';
-  bool isQuoted = false;
-  for (std::size_t at = start + 1; at < text.size(); ++at) {
-    switch (text[at]) {
-      case '>':
-        return isQuoted ? std::nullopt : std::optional(at + 1);
-      case '"':
-        isQuoted = !isQuoted;
-        break;
-      case '<':
-        return std::nullopt;
-      case '[':
-        if (isDeclaration) return std::nullopt;
-        break;
-      default:
-        break;
-    }
-  }
-  return std::nullopt;
-}
-
-// Where a piece of XML ends: a text, up to the next markup, or one markup. None for markup whose
-// end readers could see in different places: unbalanced quotes, `<` in a tag, a declaration with
-// a subset of its own.
-std::optional<std::size_t> endOfPiece(std::string_view text, std::size_t start) {
-  if (text[start] != '<') return std::min(text.find('<', start), text.size());
-  if (start + 1 == text.size()) return std::nullopt;
-  const auto behind = [text, start](std::string_view opening,
-                                    std::string_view closing) -> std::optional<std::size_t> {
-    const std::size_t found = text.find(closing, start + opening.size());
-    if (found == std::string_view::npos) return std::nullopt;
-    return found + closing.size();
-  };
-  const std::string_view rest = text.substr(start);
-  if (rest[1] == '!') {
-    if (rest.starts_with("<!--")) return behind("<!--", "-->");
-    if (rest.starts_with("<![CDATA[")) return behind("<![CDATA[", "]]>");
-  }
-  if (rest[1] != '?') return endOfTag(text, start);
-  const auto end = behind("<?", "?>");
-  if (!end) return std::nullopt;
-  const std::string_view inside = text.substr(start + 1, *end - start - 2);
-  if (std::ranges::count(inside, '"') % 2 != 0) return std::nullopt;
-  return end;
-}
 
 bool holdsNULUnit(std::string_view utf16) {
   for (std::size_t i = 0; i + 1 < utf16.size(); i += 2) {
@@ -276,56 +227,11 @@ class BinaryWalk {
 
 }  // namespace
 
-std::string objectionToXMLShape(std::string_view text) {
-  int depth = 0;
-  std::size_t values = 0;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::optional<std::size_t> end = endOfPiece(text, at);
-    if (!end) return std::string(kBroken);
-    const std::string_view piece = text.substr(at, *end - at);
-    at = *end;
-    if (piece.starts_with("</dict") || piece.starts_with("</array")) {
-      --depth;
-    } else if (piece.starts_with('<') && !piece.starts_with("</")) {
-      if (++values > kPropertyListValues) return std::string(kTooManyValues);
-      const bool opens = piece.starts_with("<dict") || piece.starts_with("<array");
-      if (opens && !piece.ends_with("/>") && ++depth > kPropertyListDepth) {
-        return std::string(kTooDeep);
-      }
-    }
-  }
-  return {};
-}
-
 std::string objectionToBinaryShape(std::string_view bytes) {
   const std::optional<BinaryReader> reader = BinaryReader::open(bytes);
   if (!reader) return std::string(kBroken);
   if (reader->count() > kPropertyListValues) return std::string(kTooManyValues);
   return std::string(BinaryWalk(*reader).objection());
-}
-
-std::string withDividedTexts(std::string_view text) {
-  constexpr std::ptrdiff_t kReferences = 64;
-  std::string result;
-  // Hardly any list has that many at all.
-  if (std::ranges::count(text, '&') < kReferences) return result;
-  std::size_t copied = 0;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = endOfPiece(text, at).value_or(text.size());
-    const std::string_view piece = text.substr(at, end - at);
-    if (!piece.starts_with('<')) {
-      std::ptrdiff_t references = 0;
-      for (std::size_t i = piece.find('&'); i != std::string_view::npos;
-           i = piece.find('&', i + 1)) {
-        if (++references % kReferences != 0) continue;
-        result.append(text.substr(copied, at + i - copied)).append("<!---->");
-        copied = at + i;
-      }
-    }
-    at = end;
-  }
-  if (copied != 0) result.append(text.substr(copied));
-  return result;
 }
 
 }  // namespace commandfilter::detail
