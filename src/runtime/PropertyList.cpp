@@ -1,5 +1,7 @@
 #include "runtime/PropertyList.h"
 
+#include <algorithm>
+
 #include "runtime/BinaryPropertyList.h"
 #include "runtime/File.h"
 #include "runtime/UTF8.h"
@@ -11,21 +13,26 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// What is not even meant to be XML has no line to complain about.
+// What is not even meant to be XML has no line to complain about. This includes text of 16-bit
+// units, which the parser would read as well.
 bool beginsLikeXML(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  return first != std::string_view::npos && text[first] == '<';
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+  return text.starts_with('<') && !text.starts_with(std::string_view("<\0", 2));
 }
 
 }  // namespace
 
-Result<Value> parsePropertyList(std::string_view bytes) {
+Result<Value> parsePropertyList(std::string_view bytes, PropertyListObserver* observer) {
   if (bytes.size() > kPropertyListBytes) return Failure{"it is too large"};
   if (bytes.starts_with(detail::kBinaryMagic)) return detail::parseBinaryPropertyList(bytes);
-  if (!isUTF8(bytes)) return Failure{"it is neither UTF-8 text nor a binary list"};
-  if (!beginsLikeXML(bytes)) return Failure{"it is no property list, neither XML nor binary"};
-  return detail::parseXMLPropertyList(bytes);
+  if (!beginsLikeXML(bytes)) {
+    return Failure{isUTF8(bytes) ? "it is no property list, neither XML nor binary"
+                                 : "it is neither UTF-8 text nor a binary list"};
+  }
+  Result<Value> value = detail::parseXMLPropertyList(bytes, observer);
+  if (!value && !isUTF8(bytes)) return Failure{value.reason() + "; it is not UTF-8 text"};
+  return value;
 }
 
 Result<Value> readPropertyList(const std::string& path) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "runtime/Export.h"
+#include "runtime/PropertyListObserver.h"
 #include "runtime/Result.h"
 #include "runtime/Value.h"
 
@@ -23,6 +24,9 @@ inline constexpr std::size_t kPropertyListValues = 4'000'000;
 /// Reads a property list: dictionaries in the order of the file, arrays, strings, numbers
 /// (integers of encoding "q", or "Q" above the signed range; reals "d"; booleans "c"), dates and
 /// data. Fails, with the reason, for everything that is not one, and for text that is not UTF-8.
-[[nodiscard]] COMMANDFILTER_EXPORT Result<Value> parsePropertyList(std::string_view bytes);
+/// XML has to be well-formed and must not declare anything; what refuses it has its line and
+/// column. The observer, if any, follows the reading.
+[[nodiscard]] COMMANDFILTER_EXPORT Result<Value> parsePropertyList(
+    std::string_view bytes, PropertyListObserver* observer = nullptr);
 
 }  // namespace commandfilter

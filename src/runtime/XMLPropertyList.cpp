@@ -56,6 +56,10 @@ constexpr std::array kElements{
     ElementName{"plist", Element::List},
 };
 
+bool isCollection(Element element) {
+  return element == Element::Dictionary || element == Element::Array;
+}
+
 Element elementNamed(std::string_view name) {
   const auto* found = std::ranges::find(kElements, name, &ElementName::name);
   return found != kElements.end() ? found->element : Element::None;
@@ -89,7 +93,8 @@ class SharedKeys {
 // around it: its elements, or its keys and values by turns.
 class Reader {
  public:
-  Reader() : parser_(XML_ParserCreate("UTF-8")) {
+  explicit Reader(PropertyListObserver* observer)
+      : parser_(XML_ParserCreate("UTF-8")), observer_(observer) {
     constexpr std::size_t kUsualDepth = 16;
     constexpr std::size_t kUsualValues = 64;
     open_.reserve(kUsualDepth);
@@ -108,12 +113,12 @@ class Reader {
     XML_SetStartDoctypeDeclHandler(
         parser_.get(), [](void* self, const XML_Char* /*name*/, const XML_Char* /*system*/,
                           const XML_Char* /*public*/, int declares) {
-          if (declares != 0) static_cast<Reader*>(self)->refuse("it must not declare anything");
+          if (declares != 0) static_cast<Reader*>(self)->refuse("declarations in the document type");
         });
     // A document type elsewhere, which is never fetched, may declare any entity.
     XML_SetSkippedEntityHandler(parser_.get(),
                                 [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
-                                  static_cast<Reader*>(self)->refuse("undefined entity");
+                                  static_cast<Reader*>(self)->refuse("undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined");
                                 });
   }
 
@@ -136,6 +141,12 @@ class Reader {
     void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
   };
 
+  [[nodiscard]] std::size_t placeOfEvent() const {
+    return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
+  }
+  [[nodiscard]] std::size_t placeBehindEvent() const {
+    return placeOfEvent() + static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
+  }
   [[nodiscard]] std::string here() const {
     return "line " + std::to_string(XML_GetCurrentLineNumber(parser_.get())) + ", column " +
            std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": ";
@@ -162,20 +173,26 @@ class Reader {
       refuse(reason);
     } else if (element == Element::List) {
       isInList_ = true;
-    } else if (element == Element::Dictionary || element == Element::Array) {
+    } else if (isCollection(element)) {
       open_.push_back({element, complete_.size()});
+      if (observer_ != nullptr) tellOf(PropertyListObserver::Part::Collection);
     } else {
       leaf_ = element;
       text_.clear();
+      if (observer_ != nullptr) {
+        using enum PropertyListObserver::Part;
+        tellOf(element == Element::Key ? Key : Scalar);
+      }
     }
   }
+  void tellOf(PropertyListObserver::Part part) { observer_->begin(part, placeBehindEvent()); }
 
   // Why the element may not stand here; empty when it may.
   std::string objectionTo(Element element, std::string_view name) {
     if (element == Element::None) {
       constexpr std::size_t kLongestName = 40;
       if (name.size() > kLongestName) return "an element that no property list has";
-      return "no property list has <" + std::string(name) + ">";
+      return "no property list has <" + std::string(name) + '>';
     }
     const auto isMisplaced = [this, element] {
       if (leaf_ != Element::None) return true;
@@ -186,15 +203,15 @@ class Reader {
     if (isMisplaced()) return misplaced(name);
     if (open_.size() == 1 && !complete_.empty()) return "a second value beside the first";
     if (++elements_ > kPropertyListValues) return "it holds too many values";
-    const bool isCollection = element == Element::Dictionary || element == Element::Array;
-    if (isCollection && open_.size() > kPropertyListDepth) {
+    if (isCollection(element) && open_.size() > kPropertyListDepth) {
       return "its collections are nested too deeply";
     }
     return {};
   }
 
   [[nodiscard]] std::string misplaced(std::string_view name) const {
-    const std::string found = "<" + std::string(name) + "> ";
+    std::string found = "<";
+    found.append(name).append("> ");
     if (leaf_ != Element::None) return found + "inside of a value";
     if (wantsKey()) return found + "where a <key> must stand";
     return found + "where a value must stand";
@@ -204,7 +221,9 @@ class Reader {
     if (isRefused()) return;
     if (leaf_ != Element::None && leaf_ != Element::True && leaf_ != Element::False) {
       text_.append(text);
-    } else if (!std::ranges::all_of(text, isWhiteSpaceInXML)) {
+      if (observer_ != nullptr) observer_->append(text, placeOfEvent());
+      // XML has no control characters but white space.
+    } else if (!std::ranges::all_of(text, [](unsigned char c) { return c <= ' '; })) {
       refuse("text outside of an element that may hold it");
     }
   }
@@ -212,18 +231,19 @@ class Reader {
   void end() {
     if (isRefused()) return;
     if (leaf_ != Element::None) {
-      Value value = leafValue();
-      if (value.isNil()) return;
+      complete_.push_back(leafValue());
       leaf_ = Element::None;
-      complete_.push_back(std::move(value));
     } else if (open_.size() > 1) {
       endCollection();
     } else if (complete_.empty()) {
-      refuse("a property list without a value");
+      return refuse("a property list without a value");
+    } else {
+      return;
     }
+    if (observer_ != nullptr && !isRefused()) observer_->end(placeOfEvent());
   }
 
-  // nil, and the list refused, when the text says nothing of its kind.
+  // nil, and the list is refused, when the text is none of its kind.
   Value leafValue() {
     switch (leaf_) {
       case Element::Key:
@@ -276,6 +296,7 @@ class Reader {
   }
 
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> parser_;
+  PropertyListObserver* observer_;
   std::vector<Open> open_;
   std::vector<Value> complete_;
   // The value or key whose text is being read.
@@ -290,6 +311,8 @@ class Reader {
 
 }  // namespace
 
-Result<Value> parseXMLPropertyList(std::string_view text) { return Reader().read(text); }
+Result<Value> parseXMLPropertyList(std::string_view text, PropertyListObserver* observer) {
+  return Reader(observer).read(text);
+}
 
 }  // namespace commandfilter::detail

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "UsageError.h"
-#include "check/PropertyListPlaces.h"
 #include "runtime/Cast.h"
 #include "runtime/File.h"
 #include "runtime/PropertyList.h"
@@ -12,10 +11,9 @@ namespace commandfilter::tools {
 
 namespace {
 
-// Why a file is no property list, and where.
-std::string faultOf(const std::string& reason, std::string_view bytes) {
-  const std::string fault = xmlFault(bytes);
-  return fault.empty() ? reason : reason + " (" + fault + "); repair the XML there";
+// The reason why a file is no property list, and what is to be done.
+std::string withRemedy(const std::string& reason) {
+  return reason.starts_with("line ") ? reason + "; repair the XML there" : reason;
 }
 
 }  // namespace
@@ -25,7 +23,7 @@ InputFile openInputFile(const std::string& path, std::string_view what) {
   Result<std::string> bytes = readRegularFile(path, kPropertyListBytes);
   if (!bytes) throw UsageError(file + bytes.reason());
   Result<Value> list = parsePropertyList(*bytes);
-  if (!list) throw UsageError(file + faultOf(list.reason(), *bytes));
+  if (!list) throw UsageError(file + withRemedy(list.reason()));
   auto* dictionary = castTo<Dictionary>(*list);
   if (dictionary == nullptr) {
     throw UsageError(file + "is a property list, but no dictionary; its root must be <dict>");

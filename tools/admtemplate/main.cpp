@@ -128,7 +128,8 @@ void addCheck(CLI::App& check, CheckArguments& arguments) {
       "cannot be used.");
 }
 
-// A subcommand. Only the options of the one that is called are set up.
+// A subcommand. Only the one that is called is set up: the others would take time, and arguments of
+// their names, such as the key of a value, for themselves.
 struct Command {
   const char* name;
   const char* help;
@@ -162,10 +163,12 @@ int run(int argc, char** argv) {
   const std::string_view named = argc > 1 ? argv[1] : "";
   const Command* chosen = nullptr;
   for (const Command& command : commands) {
-    CLI::App* added = app.add_subcommand(command.name, command.help);
-    if (named != command.name) continue;
-    command.addOptions(*added);
-    chosen = &command;
+    if (named == command.name) chosen = &command;
+  }
+  if (chosen != nullptr) {
+    chosen->addOptions(*app.add_subcommand(chosen->name, chosen->help));
+  } else {
+    for (const Command& command : commands) app.add_subcommand(command.name, command.help);
   }
   if (chosen == nullptr && !named.empty() && !named.starts_with('-')) {
     std::cerr << "admtemplate: there is no command " << named << "; take one of";

@@ -27,7 +27,7 @@ class PropertyListPlaces {
     ByteRange place;
   };
 
-  /// Empty for what is no XML; so are the places of what cannot be read as XML.
+  /// Empty for what is no property list in XML.
   explicit PropertyListPlaces(std::string_view bytes);
 
   /// The text of the key that the path ends with; none when it is not known.
@@ -75,9 +75,5 @@ class PropertyListPlaces {
   std::unordered_map<std::pair<std::size_t, std::string_view>, std::size_t, ChildHash> children_;
   std::vector<Duplicate> duplicates_;
 };
-
-/// Why the bytes are not well-formed XML, with line and column; empty when they are, and when they
-/// are not meant to be XML.
-[[nodiscard]] std::string xmlFault(std::string_view bytes);
 
 }  // namespace commandfilter::tools
