@@ -17,6 +17,7 @@
 namespace commandfilter::testing {
 namespace {
 
+using namespace std::string_literals;
 using ::testing::HasSubstr;
 
 constexpr std::string_view kTemplate =
@@ -94,6 +95,13 @@ TEST_P(AdmtemplateBadFiles, AreNoPropertyLists) {
   expectRefusal(std::string_view("<plist><array/></plist>"), "dict");
 }
 
+TEST_P(AdmtemplateBadFiles, AreNoGoodXML) {
+  expectRefusal(std::string_view("<plist>\n<dict>\n<key>One</kex></dict></plist>"),
+                ": line 3, column 11: mismatched tag");
+  expectRefusal(std::string_view("<dict>\n<key>One</key><integer>1.5</integer></dict>"),
+                ": line 2, column 29: an <integer> must be a whole number of 64 bits");
+}
+
 TEST_P(AdmtemplateBadFiles, EndTooEarly) {
   for (std::size_t length = 0; length + 8 < kTemplate.size(); length += 11) {
     const ChildResult result = evalOver(kTemplate.substr(0, length));
@@ -149,6 +157,38 @@ TEST(AdmtemplateBadTemplate, HasDescriptionsOfTheWrongType) {
       EXPECT_EQ(nlohmann::json::parse(result.output).at("values").at("One"), 1)
           << name << ' ' << kind;
     }
+  }
+}
+
+// What one subcommand takes, the other takes.
+TEST(AdmtemplateBadTemplate, IsTheSameToEveryCommand) {
+  TemporaryFolder folder;
+  const std::string file = (folder.path() / "template.plist").string();
+  const auto isTaken = [&file](const std::string& content) {
+    writeFile(file, content);
+    const int evaluated = eval({file, "--format", "json"}).exitStatus;
+    const ChildResult checked = runAdmtemplate({"check", file});
+    EXPECT_EQ(evaluated == 0, checked.exitStatus != 2) << content << checked.errors;
+    return evaluated == 0;
+  };
+  const auto list = [](std::string_view entries) {
+    return "<plist><dict>" + std::string(entries) + "</dict></plist>";
+  };
+  for (const std::string& content :
+       {"<dict/>"s, "\xEF\xBB\xBF" + list(""), "\n" + list("<key/><integer> 0x1F </integer>"),
+        list("<!-- a --><key>a</key><![CDATA[ ]]><string>&#65;</string><?b?>"),
+        "<?xml version='1.0' encoding='UTF-16'?><!DOCTYPE plist SYSTEM 'x'>" + list(""),
+        list("<key>a</key><true/><key>a</key><real>nan</real>")}) {
+    EXPECT_TRUE(isTaken(content)) << content;
+  }
+  for (const std::string& content :
+       {"<array/>"s, "<plist/>"s, list("a"), list("<key>a</key>"), list("<true/>"),
+        list("<key>a</key><integer/>"), list("<key>a</key><null/>"),
+        list("<key>a</key><string>&b;</string>"), list("<key>a</key><string>a & b</string>"),
+        list("<key>a</key><string>\xE4</string>"), list("<key>a</key><date>2020</date>"),
+        list("") + list(""), "x" + list(""), "\n<?xml version='1.0'?>" + list(""),
+        "<!DOCTYPE plist [<!ENTITY a 'b'>]>" + list("<key>a</key><string>&a;</string>")}) {
+    EXPECT_FALSE(isTaken(content)) << content;
   }
 }
 

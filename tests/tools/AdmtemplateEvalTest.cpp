@@ -87,6 +87,15 @@ TEST_F(AdmtemplateEval, ShowsTheKeysThatAreNamedInTheirOrder) {
   EXPECT_THAT(result.output, ::testing::StartsWith("Wrong = nil\nModel = Printer M1\n"));
 }
 
+TEST_F(AdmtemplateEval, TakesKeysThatAreNamedLikeCommands) {
+  writeFile(
+      template_,
+      "<plist><dict><key>TemplateValues</key><dict>"
+      "<key>device</key><dict><key>Value</key><string>1</string></dict>"
+      "<key>check</key><dict><key>Value</key><string>2</string></dict></dict></dict></plist>");
+  EXPECT_EQ(eval({template_, "device", "check"}).output, "device = 1\ncheck = 2\n");
+}
+
 TEST_F(AdmtemplateEval, SaysThatAnExpressionIsEmpty) {
   writeFile(template_, R"(<plist><dict>
     <key>TemplateMacroses</key><dict><key>Empty</key><string/></dict>

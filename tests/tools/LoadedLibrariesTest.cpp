@@ -42,6 +42,12 @@ TEST_F(ToolLibraries, AreFewForADescribedDevice) {
   expectFew(report({"repl", "--device", device_}, ":trace 1 + 2\n:device\n"));
 }
 
+TEST_F(ToolLibraries, IncludeLibplistForABinaryList) {
+  writeFile(device_, std::string("bplist00\xD0\x08", 10) + std::string(6, '\0') + "\x01\x01" +
+                         std::string(7, '\0') + "\x01" + std::string(15, '\0') + "\x09");
+  EXPECT_THAT(report({"device", device_}), HasSubstr("libplist"));
+}
+
 TEST_F(ToolLibraries, IncludeCupsForQueues) {
   EXPECT_THAT(report({"device"}), HasSubstr("libcups"));
 }

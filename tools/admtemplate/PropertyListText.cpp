@@ -35,7 +35,9 @@ class Writer {
     } else if (const auto* data = castTo<Data>(value)) {
       element("data", base64(data->bytes()), level);
     } else if (const auto* date = castTo<Date>(value)) {
-      element("date", timeInUTC(date->secondsSince1970()), level);
+      // A time that the standard has no form for is a text, as in other reports.
+      const std::string time = timeInUTC(date->secondsSince1970());
+      element(time.ends_with('Z') ? "date" : "string", time, level);
     } else {
       const bool isNothing = value.isNil() || value.isNull();
       element("string", isNothing ? std::string() : descriptionOf(value), level);
@@ -61,11 +63,18 @@ class Writer {
     text_.append("</").append(name).append(">\n");
   }
 
-  // XML has no way to write most control characters; they become the replacement character.
+  // XML has no way to write most control characters, nor the last two of the first plane; they
+  // become the replacement character.
   void appendEscaped(std::string_view content) {
-    for (const char c : content) {
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+    for (std::size_t i = 0; i < content.size(); ++i) {
+      const char c = content[i];
+      const std::string_view rest = content.substr(i);
       const bool isControl = static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n';
-      if (c == '&') {
+      if (rest.starts_with("\xEF\xBF\xBE") || rest.starts_with("\xEF\xBF\xBF")) {
+        text_.append(kReplacement);
+        i += kReplacement.size() - 1;
+      } else if (c == '&') {
         text_.append("&amp;");
       } else if (c == '<') {
         text_.append("&lt;");
@@ -74,7 +83,7 @@ class Writer {
       } else if (c == '\r') {
         text_.append("&#13;");
       } else if (isControl) {
-        text_.append("\xEF\xBF\xBD");
+        text_.append(kReplacement);
       } else {
         text_.push_back(c);
       }
