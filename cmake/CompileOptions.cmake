@@ -3,7 +3,8 @@
 add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
-  $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wsuggest-override>)
+  $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wsuggest-override>
+  $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wreserved-identifier>)
 if(COMMANDFILTER_WERROR)
   add_compile_options(-Werror)
 endif()
