@@ -316,7 +316,7 @@ class Reader {
     } else if (word == "macro") {
       const auto [name, expression] = sidesOf(rest);
       // The notation of a text has escapes; an expression has none.
-      const std::string body = quoted(expression);
+      const std::string body = inQuotes(expression);
       setup.macros.emplace_back(nameOf(name), stringNotation(body.substr(1, body.size() - 2)));
     } else {
       throw CaseSyntaxError("no part of a context: " + std::string(word));

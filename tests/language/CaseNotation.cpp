@@ -361,7 +361,7 @@ std::string notationOf(const Value& value) {
   if (value.isNil()) return "nil";
   if (value.isNull()) return "null";
   if (value.isNumber()) return numberText(value.number());
-  if (const auto* string = castTo<String>(value)) return quoted(string->view());
+  if (const auto* string = castTo<String>(value)) return inQuotes(string->view());
   if (const auto* array = castTo<Array>(value)) return joined(*array, '[', ']', notationOf);
   if (const auto* dictionary = castTo<Dictionary>(value)) {
     return joined(*dictionary, '{', '}', [](const DictionaryEntry& entry) {

@@ -32,7 +32,7 @@ struct Outcome {
   std::optional<std::string> raised;
 
   [[nodiscard]] std::string print() const {
-    return raised ? "raises " + quoted(*raised) : notationOf(value);
+    return raised ? "raises " + inQuotes(*raised) : notationOf(value);
   }
 };
 
@@ -72,7 +72,7 @@ std::string treeOf(const ADMEvaluationProcessor& processor) {
   try {
     return printedTree(*processor.rootItem());
   } catch (const Exception& exception) {
-    return "raises " + quoted(exception.reason());
+    return "raises " + inQuotes(exception.reason());
   }
 }
 

@@ -90,7 +90,7 @@ void checkEscapes(std::string_view text) { static_cast<void>(replaceEscapes(text
 
 std::string withoutEscapes(std::string_view text) { return replaceEscapes(text, true); }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "\"";
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);

@@ -23,7 +23,7 @@ void checkEscapes(std::string_view text);
 [[nodiscard]] std::string withoutEscapes(std::string_view text);
 
 /// The text between quotes, with escapes, so that it stands on one line and shows every character.
-[[nodiscard]] std::string quoted(std::string_view text);
+[[nodiscard]] std::string inQuotes(std::string_view text);
 
 /// The text on one line, with its middle left out when it is long.
 [[nodiscard]] std::string shortened(std::string_view text);

@@ -32,7 +32,7 @@ Sides sidesOf(std::string_view text, std::string_view separator) {
 
 // A text as it stands: the notation of a text has escapes, an expression has none.
 Notation plainText(std::string_view text) {
-  const std::string escaped = quoted(text);
+  const std::string escaped = inQuotes(text);
   return {.kind = Notation::Kind::String, .text = escaped.substr(1, escaped.size() - 2)};
 }
 

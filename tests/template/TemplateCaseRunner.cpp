@@ -127,7 +127,7 @@ class Run {
     } catch (const Exception& exception) {
       matches = step.value.kind == Notation::Kind::Raises &&
                 withoutEscapes(step.value.text) == exception.reason();
-      got = "raises " + quoted(exception.reason());
+      got = "raises " + inQuotes(exception.reason());
     }
     if (!matches) complain("value expected " + step.value.print() + "\n      got " + got);
   }
