@@ -53,8 +53,9 @@ class ServiceQuestion {
     const auto bits = [](const void* address) { return reinterpret_cast<std::uintptr_t>(address); };
     const std::uintptr_t sum =
         bits(message_) + bits(parts_[0]) + bits(parts_[1]) * 3U + bits(parts_[2]) * 5U;
-    // Objects and names lie at multiples of 16, so the lowest bits tell nothing.
-    return sum >> 4U ^ sum >> 9U;
+    // Addresses differ in few bits; all of them take part.
+    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
+    return static_cast<std::size_t>((sum * kGoldenRatio) >> 40U);
   }
   friend bool operator==(const ServiceQuestion&, const ServiceQuestion&) noexcept = default;
 
