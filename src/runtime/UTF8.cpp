@@ -15,14 +15,16 @@ constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
+// True when the eight bytes from the offset on are below 128.
+bool isASCIIWord(std::string_view text, std::size_t offset) noexcept {
+  std::uint64_t word = 0;
+  std::memcpy(&word, text.data() + offset, kWord);
+  return (word & kHighBits) == 0;
+}
+
 // The offset of the first byte from 128 up, or the end.
 std::size_t skipASCII(std::string_view text, std::size_t offset) noexcept {
-  while (text.size() - offset >= kWord) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + offset, kWord);
-    if ((word & kHighBits) != 0) break;
-    offset += kWord;
-  }
+  while (text.size() - offset >= kWord && isASCIIWord(text, offset)) offset += kWord;
   while (offset < text.size() && static_cast<unsigned char>(text[offset]) < 0x80) ++offset;
   return offset;
 }
@@ -39,7 +41,15 @@ std::int32_t decode(std::string_view text, std::size_t& offset) noexcept {
 
 }  // namespace
 
-bool isASCII(std::string_view text) noexcept { return skipASCII(text, 0) == text.size(); }
+bool isASCII(std::string_view text) noexcept {
+  if (text.size() < kWord) return skipASCII(text, 0) == text.size();
+  // The last word ends where the text ends.
+  const std::size_t last = text.size() - kWord;
+  for (std::size_t offset = 0; offset < last; offset += kWord) {
+    if (!isASCIIWord(text, offset)) return false;
+  }
+  return isASCIIWord(text, last);
+}
 
 bool isUTF8(std::string_view text) noexcept {
   std::size_t offset = skipASCII(text, 0);
