@@ -44,8 +44,7 @@ inline void putShortText(char* target, std::string_view text) noexcept {
 /// kept inside, others in memory that is used again like that of objects.
 class COMMANDFILTER_EXPORT TextBuffer {
  public:
-  explicit TextBuffer(std::string_view text)
-      : size_(text.size()), capacity_(kInside), inside_{} {
+  explicit TextBuffer(std::string_view text) : size_(text.size()), capacity_(kInside), inside_{} {
     if (size_ > kInside) {
       putOutside(text);
     } else {
