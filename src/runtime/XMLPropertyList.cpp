@@ -18,7 +18,7 @@
 #include "runtime/Date.h"
 #include "runtime/Dictionary.h"
 #include "runtime/PropertyList.h"
-#include "runtime/Ref.h"
+#include "runtime/SharedKeys.h"
 #include "runtime/String.h"
 #include "runtime/XMLScalar.h"
 
@@ -65,30 +65,6 @@ Element elementNamed(std::string_view name) {
   return found != kElements.end() ? found->element : Element::None;
 }
 
-// Keys that occur again are one string, which compares faster and needs no memory. Each key has one
-// place, which another takes over.
-class SharedKeys {
- public:
-  Ref<String> key(std::string_view text) {
-    RefPtr<String>& recent = keys_[placeOf(text)];
-    if (!recent || recent->view() != text) recent = String::create(text);
-    return Ref<String>(*recent);
-  }
-
- private:
-  static constexpr std::size_t kCount = 64;
-
-  static std::size_t placeOf(std::string_view text) {
-    if (text.empty()) return 0;
-    const auto unit = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const std::size_t mixed =
-        text.size() + 3U * unit(0) + 5U * unit(text.size() / 2) + 7U * unit(text.size() - 1);
-    return mixed % kCount;
-  }
-
-  std::array<RefPtr<String>, kCount> keys_;
-};
-
 // Follows the parser through the list. What is complete waits on one stack for the collection
 // around it: its elements, or its keys and values by turns.
 class Reader {
@@ -113,13 +89,15 @@ class Reader {
     XML_SetStartDoctypeDeclHandler(
         parser_.get(), [](void* self, const XML_Char* /*name*/, const XML_Char* /*system*/,
                           const XML_Char* /*public*/, int declares) {
-          if (declares != 0) static_cast<Reader*>(self)->refuse("declarations in the document type");
+          if (declares == 0) return;
+          static_cast<Reader*>(self)->refuse("declarations in the document type");
         });
     // A document type elsewhere, which is never fetched, may declare any entity.
-    XML_SetSkippedEntityHandler(parser_.get(),
-                                [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
-                                  static_cast<Reader*>(self)->refuse("undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined");
-                                });
+    XML_SetSkippedEntityHandler(
+        parser_.get(), [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
+          static_cast<Reader*>(self)->refuse(
+              "undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined");
+        });
   }
 
   Result<Value> read(std::string_view text) {
