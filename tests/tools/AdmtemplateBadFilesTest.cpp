@@ -99,7 +99,7 @@ TEST_P(AdmtemplateBadFiles, AreNoGoodXML) {
   expectRefusal(std::string_view("<plist>\n<dict>\n<key>One</kex></dict></plist>"),
                 ": line 3, column 11: mismatched tag");
   expectRefusal(std::string_view("<dict>\n<key>One</key><integer>1.5</integer></dict>"),
-                ": line 2, column 29: an <integer> must be a whole number of 64 bits");
+                ": line 2, column 27: an <integer> must be a whole number of 64 bits");
 }
 
 TEST_P(AdmtemplateBadFiles, EndTooEarly) {
