@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -308,13 +309,18 @@ TEST(XMLPropertyList, CountsDepthOnlyWhereItIs) {
 TEST(XMLPropertyList, IsNotDeceivedByMarkupInsideOfOtherMarkup) {
   const std::string closing = repeated("</array>", kMillion);
   const std::string opening = repeated("<array>", kMillion);
+  const auto joined = [](std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (const std::string_view part : parts) text.append(part);
+    return text;
+  };
   for (const std::string& text :
-       {"<!DOCTYPE plist [" + closing + "]><plist>" + opening,
-        "<?xml \"?>" + closing + "\"?><plist>" + opening,
-        "<plist><!-->" + closing + "--><plist>" + opening,
-        "<plist a=\">" + closing + "\">" + opening, "<plist a=\"<!--\">" + opening,
-        "<plist><array a=\"<?\">" + opening,
-        "<plist>" + repeated("<array a=\"&lt;/array>\">", kMillion)}) {
+       {joined({"<!DOCTYPE plist [", closing, "]><plist>", opening}),
+        joined({"<?xml \"?>", closing, "\"?><plist>", opening}),
+        joined({"<plist><!-->", closing, "--><plist>", opening}),
+        joined({"<plist a=\">", closing, "\">", opening}), joined({"<plist a=\"<!--\">", opening}),
+        joined({"<plist><array a=\"<?\">", opening}),
+        joined({"<plist>", repeated("<array a=\"&lt;/array>\">", kMillion)})}) {
     EXPECT_NE(objectionTo(text), "") << text.substr(0, 50);
   }
 }
