@@ -37,10 +37,10 @@ TEST(MutableDictionary, IsEmptied) {
 
 TEST(MutableDictionary, CountsWhatItLoses) {
   const Ref<MutableDictionary> dictionary = MutableDictionary::create();
-  dictionary->setObject_forKey(numberOf(1), stringOf("a"));
-  dictionary->setObject_forKey(numberOf(2), stringOf("b"));
+  dictionary->setObject_forKey(Number::integer(1), stringOf("a"));
+  dictionary->setObject_forKey(Number::integer(2), stringOf("b"));
   EXPECT_EQ(dictionary->losses(), 0U);
-  dictionary->setObject_forKey(numberOf(3), stringOf("a"));
+  dictionary->setObject_forKey(Number::integer(3), stringOf("a"));
   EXPECT_EQ(dictionary->losses(), 1U);
   dictionary->removeAllObjects();
   EXPECT_EQ(dictionary->losses(), 2U);

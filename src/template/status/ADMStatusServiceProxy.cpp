@@ -117,8 +117,6 @@ void ADMStatusServiceProxy::remember(const ServiceQuestion& question, const Valu
                                      const Value& answer,
                                      const RefPtr<MutableDictionary>& kept) const {
   if (!question.canBeRemembered()) return;
-  // Many proxies are asked little, and once.
-  if (!std::exchange(wasAskedAgain_, true)) return;
   if (!recent_) recent_ = std::make_unique<RecentQuestions>();
   recent_->answers.remember(question, {key, answer, kept, serviceCreator_->generation()});
 }

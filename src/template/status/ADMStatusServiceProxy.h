@@ -113,9 +113,7 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
 
   Ref<ADMStatusServiceCreator> serviceCreator_;
   Ref<String> serviceName_;
-  /// True once an answer was found where answers are kept.
-  mutable bool wasAskedAgain_ = false;
-  /// nil before that happens a second time.
+  /// nil until an answer is found where answers are kept: many proxies are asked little, and once.
   mutable std::unique_ptr<RecentQuestions> recent_;
 };
 

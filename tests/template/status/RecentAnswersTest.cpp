@@ -35,7 +35,7 @@ class RecentAnswers : public StatusServiceProxy {
 };
 
 TEST_F(RecentAnswers, AreGivenWithoutTheCreator) {
-  service_->answer("valueForFeature:", numberOf(5));
+  service_->answer("valueForFeature:", Number::integer(5));
   rememberPath();
   EXPECT_FALSE(asksTheCreator());
   EXPECT_EQ(valueAt(*path_), "5");
@@ -49,9 +49,9 @@ TEST_F(RecentAnswers, MayBeNil) {
 }
 
 TEST_F(RecentAnswers, AreAskedForAnewInAnotherGeneration) {
-  service_->answer("valueForFeature:", numberOf(5));
+  service_->answer("valueForFeature:", Number::integer(5));
   rememberPath();
-  service_->answer("valueForFeature:", numberOf(6));
+  service_->answer("valueForFeature:", Number::integer(6));
   creator_->reinitializeServices();
   creator_->currentGeneration = 2;
   EXPECT_EQ(valueAt(*path_), "6");
@@ -59,19 +59,19 @@ TEST_F(RecentAnswers, AreAskedForAnewInAnotherGeneration) {
 }
 
 TEST_F(RecentAnswers, AreAskedForAnewWhenTheStoreLosesThem) {
-  service_->answer("valueForFeature:", numberOf(5));
+  service_->answer("valueForFeature:", Number::integer(5));
   rememberPath();
-  service_->answer("valueForFeature:", numberOf(6));
+  service_->answer("valueForFeature:", Number::integer(6));
   creator_->cache->removeAllObjects();
   EXPECT_EQ(valueAt(*path_), "6");
   for (int i = 0; i < 3; ++i) static_cast<void>(valueAt(*path_));
-  creator_->cache->setObject_forKey(numberOf(7), stringOf("Level"));
+  creator_->cache->setObject_forKey(Number::integer(7), stringOf("Level"));
   EXPECT_EQ(valueAt(*path_), "7");
 }
 
 TEST_F(RecentAnswers, AreNotKeptForACreatorThatPromisesNothing) {
   creator_->currentGeneration = 0;
-  service_->answer("valueForFeature:", numberOf(5));
+  service_->answer("valueForFeature:", Number::integer(5));
   rememberPath();
   EXPECT_TRUE(asksTheCreator());
 }
@@ -100,14 +100,14 @@ TEST_F(RecentAnswers, AreNotKeptOfWhatMayReadDifferently) {
   service_->answer("levelOf:", "@@",
                    [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
   for (int i = 0; i < 5; ++i) {
-    EXPECT_EQ(descriptionOf(levelOf(numberOf(i))), std::to_string(i));
+    EXPECT_EQ(descriptionOf(levelOf(Number::integer(i))), std::to_string(i));
   }
   EXPECT_EQ(service_->calls().size(), 5U);
 }
 
 // "@" and an empty text stand for the current element, which only a context knows.
 TEST_F(RecentAnswers, AreNotKnownOfPathsToWhatIsCurrent) {
-  service_->answer("valueForFeature:", numberOf(5));
+  service_->answer("valueForFeature:", Number::integer(5));
   for (const std::string_view name : {"@", ""}) {
     const Ref<Array> path = pathOf({name});
     for (int i = 0; i < 5; ++i) EXPECT_EQ(valueAt(*path), "5");
@@ -134,10 +134,10 @@ TEST_F(RecentAnswers, FollowTheServiceInWhatAMessageTakes) {
   service_->answer("odd", "@@",
                    [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
   for (int i = 0; i < 4; ++i) {
-    for (const Value& object : {stringOf("Black"), stringOf("Cyan")}) {
+    for (const char* name : {"Black", "Cyan"}) {
       Value answer;
-      EXPECT_TRUE(proxy_->answerMessage(Selector("odd"), object, answer));
-      EXPECT_TRUE(equal(answer, object));
+      EXPECT_TRUE(proxy_->answerMessage(Selector("odd"), stringOf(name), answer));
+      EXPECT_EQ(descriptionOf(answer), name);
     }
   }
 }
