@@ -40,20 +40,20 @@ Result<std::unique_ptr<RunLoopMode>> RunLoopMode::create() {
 RunLoopMode::~RunLoopMode() {
   if (!isOpen_) return;
   // How libuv knows its handles: each begins with the members of this one.
-  close(*static_cast<uv_handle_t*>(static_cast<void*>(&limit_)));
+  close(static_cast<uv_handle_t*>(static_cast<void*>(&limit_)));
   library_.loopClose(&loop_);
 }
 
-void RunLoopMode::close(uv_handle_t& handle) noexcept {
+void RunLoopMode::close(uv_handle_t* handle) noexcept {
   bool closed = false;
-  handle.data = &closed;
-  library_.close(&handle, [](uv_handle_t* gone) { *static_cast<bool*>(gone->data) = true; });
+  handle->data = &closed;
+  library_.close(handle, [](uv_handle_t* gone) { *static_cast<bool*>(gone->data) = true; });
   // Nothing is served meanwhile: libuv's callbacks only mark what is due.
   while (!closed) library_.run(&loop_, UV_RUN_NOWAIT);
 }
 
 void RunLoopMode::remove(const RunLoopEntry& entry, uv_handle_t& handle) noexcept {
-  close(handle);
+  close(&handle);
   std::erase_if(entries_, [&entry](const auto& other) { return other.get() == &entry; });
 }
 

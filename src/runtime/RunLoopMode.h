@@ -41,7 +41,7 @@ class RunLoopMode {
   [[nodiscard]] uv_loop_t& loop() noexcept { return loop_; }
 
  private:
-  void close(uv_handle_t& handle) noexcept;
+  void close(uv_handle_t* handle) noexcept;
   void waitUntil(RunLoop::Deadline limit) noexcept;
   bool serveTimers();
   bool serveSource();
