@@ -67,7 +67,8 @@ ADMEvaluationContextBase::ADMEvaluationContextBase(Value statusService,
   if (auto* base = castTo<ADMEvaluationContextBase>(&parent.object())) shareConfigurationOf(*base);
 }
 
-ADMEvaluationContextBase::ADMEvaluationContextBase(ADMEvaluationContext& parent)
+ADMEvaluationContextBase::ADMEvaluationContextBase(CalledFrom /*unused*/,
+                                                   ADMEvaluationContext& parent)
     : ADMEvaluationContextBase(parent.statusService(),
                                RefPtr<Dictionary>(const_cast<Dictionary*>(
                                    parent.globalConfiguration())),  // NOLINT: shared

@@ -82,10 +82,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration,
                            ADMEvaluationContext& parent);
   /// The same with the parent's service and configuration.
-  explicit ADMEvaluationContextBase(ADMEvaluationContextBase& parent)
+  struct CalledFrom {};
+  ADMEvaluationContextBase(CalledFrom /*unused*/, ADMEvaluationContextBase& parent)
       : statusService_(parent.statusService_),
         shared_(RefPtr<SharedConfiguration>(parent.sharedConfiguration())) {}
-  explicit ADMEvaluationContextBase(ADMEvaluationContext& parent);
+  ADMEvaluationContextBase(CalledFrom /*unused*/, ADMEvaluationContext& parent);
   ~ADMEvaluationContextBase() override;
 
   /// The answer of the status service to a message, with the object when it takes one; nil when it
@@ -118,7 +119,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   ADMFeaturePathSource* featurePathSource_ = nullptr;
   ADMMessageSource* messageSource_ = nullptr;
   bool hasFoundSources_ = false;
-  /// nil when it stands in what is shared.
+  /// May be nil when it stands in what is shared.
   RefPtr<Dictionary> globalConfiguration_;
   /// nil until it is needed.
   RefPtr<SharedConfiguration> shared_;

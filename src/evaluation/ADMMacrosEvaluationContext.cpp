@@ -16,7 +16,8 @@ constinit const Class ADMMacrosEvaluationContext::kClass{.name = "ADMMacrosEvalu
 template <typename Context>
 ADMMacrosEvaluationContext::ADMMacrosEvaluationContext(const Array* arguments,
                                                        Context& parentContext)
-    : ADMEvaluationContextBase(parentContext), answering_(answeringContextOf(parentContext)) {
+    : ADMEvaluationContextBase(CalledFrom(), parentContext),
+      answering_(answeringContextOf(parentContext)) {
   if (arguments == nullptr) return;
   values_.reserve(arguments->count());
   for (const Value& item : *arguments) values_.append(evaluateItem(item, parentContext));

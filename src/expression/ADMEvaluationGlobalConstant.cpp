@@ -10,14 +10,21 @@ namespace commandfilter {
 constinit const Class ADMEvaluationGlobalConstant::kClass{.name = "ADMEvaluationGlobalConstant",
                                                           .base = &ADMEvaluationItemBase::kClass};
 
+namespace {
+
+// A value that holds no other: a list of expressions could hold the item that remembers it. nil is
+// asked for again, since an unknown constant may become known.
+bool isPlain(const Value& value) { return value.isNumber() || value.isKind(ObjectKind::String); }
+
+}  // namespace
+
 Value ADMEvaluationGlobalConstant::evaluate(ADMEvaluationContext& context) const {
   ADMNamedValues* constants = context.constants();
   if (constants == nullptr) return ask(context);
   const Object* permanence = constants->permanence();
   if (permanence != nullptr && permanence == permanence_.get()) return value_;
   Value value = constants->valueNamed(*name_);
-  // An unknown constant may become known.
-  if (permanence != nullptr && !value.isNil()) {
+  if (permanence != nullptr && isPlain(value)) {
     permanence_ = RefPtr<Object>(constants->permanence());
     value_ = value;
   }

@@ -1,4 +1,4 @@
-// The stacks of the compiler.
+// The compiler's stack of operands.
 #pragma once
 
 #include <utility>
@@ -29,8 +29,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   [[nodiscard]] RefPtr<ADMEvaluationItemBase> top() const noexcept {
     return elements_.empty() ? nullptr : RefPtr<ADMEvaluationItemBase>(elements_.back());
   }
-  /// The type of the top, which must be there.
-  [[nodiscard]] ItemType topType() const noexcept { return elements_.back()->type(); }
   /// Removes the top; does nothing on an empty stack.
   void pop() noexcept {
     if (!elements_.empty()) elements_.pop_back();

@@ -57,8 +57,8 @@ class COMMANDFILTER_EXPORT ADMGlobalConstantsProcessor final
   /// The null object for a constant that is nil.
   Ref<MutableDictionary> evaluatedConstants_;
   std::vector<TemplateError> errors_;
-  /// Stands for the constants and refers to none: an expression that remembers a constant keeps it,
-  /// and may be part of a constant itself.
+  /// Stands for the constants and refers to none: an expression that remembers a constant keeps it
+  /// as well, and may be part of a constant itself.
   Ref<MutableDictionary> mark_ = MutableDictionary::create();
 };
 

@@ -236,7 +236,7 @@ TEST(SingleValueContext, AsksTheService) {
   EXPECT_EQ(context->lastError(), nullptr);
 }
 
-TEST(ContextBase, SharesCompiledMacros) {
+TEST(ContextBase, SharesWhatWasFoundInTheConfiguration) {
   const RefPtr<Dictionary> configuration = macrosOf({{"Broken", "(5"}});
   const auto errorIn = [](const Ref<ADMEvaluationContextBase>& context) {
     static_cast<void>(evaluate("_Broken()", context));

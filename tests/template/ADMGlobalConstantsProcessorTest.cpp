@@ -78,6 +78,18 @@ TEST(GlobalConstants, MayNameConstantsInAList) {
   EXPECT_EQ(valueOf(*constants, "Low").number().intValue(), 1);
 }
 
+// An expression does not keep itself alive by remembering a constant that names it; the fixture of
+// all tests counts what is left.
+TEST(GlobalConstants, AreNotRememberedWhenTheyHoldExpressions) {
+  const auto constants = constantsOf({{stringOf("Entry"), stringOf("$Entry, \"key\"")}});
+  const Ref<ADMEvaluationContextBase> context = contextWithConstants(constants);
+  const auto processor = ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
+      String::create("_Dictionary(1, \"a\") + $Entry"), context);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(castTo<Dictionary>(processor->execute())->count(), 2U);
+  }
+}
+
 // How many entries the scratch store of the context has; adds one.
 class ACountingExternalProcedure final : public Implements<Object, ADMExternalProcedure> {
  public:
@@ -140,6 +152,13 @@ TEST(GlobalConstants, GivesTheNullObjectOnce) {
   const auto constants = constantsOf({{stringOf("Null"), stringOf("_External(\"Null\")")}});
   EXPECT_TRUE(valueOf(*constants, "Null").isNull());
   EXPECT_TRUE(valueOf(*constants, "Null").isNil());
+  // By an expression as well, whichever asks first.
+  const Ref<ADMEvaluationContextBase> context =
+      contextWithConstants(constantsOf({{stringOf("Null"), stringOf("_External(\"Null\")")}}));
+  const auto processor = ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
+      String::create("$Null"), context);
+  EXPECT_TRUE(processor->execute().isNull());
+  EXPECT_TRUE(processor->execute().isNil());
 }
 
 TEST(GlobalConstants, HasNothingWithoutADictionary) {
