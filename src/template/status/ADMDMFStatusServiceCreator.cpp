@@ -111,10 +111,15 @@ RefPtr<MutableDictionary> ADMDMFStatusServiceCreator::userInfoForServiceName(con
 
 void ADMDMFStatusServiceCreator::reinitializeServices() {
   if (statusServices_) statusServices_->removeAllObjects();
-  if (userInfos_) userInfos_->removeAllObjects();
+  if (!userInfos_) return;
+  // Proxies may still hold a store; it must not keep what was answered.
+  for (const DictionaryEntry& entry : *userInfos_) {
+    static_cast<MutableDictionary*>(entry.value.object())->removeAllObjects();
+  }
+  userInfos_->removeAllObjects();
 }
 
-std::uint64_t ADMDMFStatusServiceCreator::generation() const {
+std::uint64_t ADMDMFStatusServiceCreator::generation() const noexcept {
   const auto lossesOf = [](const RefPtr<MutableDictionary>& store) {
     return store ? store->losses() : 0;
   };

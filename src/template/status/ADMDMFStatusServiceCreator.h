@@ -40,7 +40,7 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
   RefPtr<MutableDictionary> userInfoForServiceName(const String* name) override;
   bool servicesAvailable() override { return !serviceInfo_.isNil(); }
   void reinitializeServices() override;
-  [[nodiscard]] std::uint64_t generation() const override;
+  [[nodiscard]] std::uint64_t generation() const noexcept override;
 
   /// The services so far by name, the null object for one that could not be made.
   [[nodiscard]] MutableDictionary& statusServices();

@@ -32,7 +32,7 @@ class COMMANDFILTER_EXPORT ADMStatusServiceCreator : public ProtocolBase {
   /// A number above 0 that changes whenever a service or a store that was given out is not the
   /// current one of its name any more: until then a proxy need not ask for it again. 0, which the
   /// base answers, says that it has to ask every time.
-  [[nodiscard]] virtual std::uint64_t generation() const { return 0; }
+  [[nodiscard]] virtual std::uint64_t generation() const noexcept { return 0; }
 
  protected:
   ~ADMStatusServiceCreator() = default;

@@ -6,10 +6,8 @@ namespace commandfilter {
 
 void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) {
   if (!isCurrent(kept.generation)) {
+    store_ = nullptr;
     for (Entry& entry : entries_) entry.answer = Value();
-    store_ = kept.store;
-    losses_ = kept.store->losses();
-    generation_ = kept.generation;
   }
   if (entries_.empty()) entries_.resize(kFewest);
   std::size_t place = find(question);
@@ -25,18 +23,21 @@ void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) 
   }
   entry.key = kept.key;
   entry.answer = kept.generation != 0 ? kept.answer : Value();
+  store_ = kept.store;
+  losses_ = kept.store->losses();
+  generation_ = kept.generation;
 }
 
 void RecentAnswers::makeRoom() {
   if ((count_ + 1) * 2 <= entries_.size()) return;
-  std::vector<Entry> before = std::exchange(entries_, {});
-  if (before.size() >= kMost) {
-    // Whoever asks that much begins again.
-    entries_.resize(kFewest);
+  // Whoever asks that much begins again.
+  const bool isFull = entries_.size() >= kMost;
+  std::vector<Entry> before(isFull ? kFewest : entries_.size() * 2);
+  entries_.swap(before);
+  if (isFull) {
     count_ = 0;
     return;
   }
-  entries_.resize(before.size() * 2);
   for (Entry& entry : before) {
     if (!entry.isFree()) entries_[find(entry.question)] = std::move(entry);
   }

@@ -36,7 +36,7 @@ class OneServiceCreator final : public Implements<Object, ADMStatusServiceCreato
     return cache;
   }
   bool servicesAvailable() override { return !service.isNil(); }
-  [[nodiscard]] std::uint64_t generation() const override { return currentGeneration; }
+  [[nodiscard]] std::uint64_t generation() const noexcept override { return currentGeneration; }
   void reinitializeServices() override { cache = MutableDictionary::create(); }
 
   Value service;
