@@ -159,8 +159,9 @@ Result<Value> parseBinaryPropertyList(std::string_view bytes) {
     return Failure{std::move(objection)};
   }
   const PlistLibrary* library = PlistLibrary::shared();
-  if (library == nullptr)
-    return Failure{"it is binary, and libplist, which reads such lists, is not installed"};
+  if (library == nullptr) {
+    return Failure{"it is binary, and libplist, which reads such lists, cannot be loaded"};
+  }
   plist_t root = nullptr;
   library->fromBinary(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
   const auto free = [library](plist_t node) { library->free(node); };

@@ -30,7 +30,7 @@ bool PlistLibrary::isComplete() const noexcept {
 }
 
 const PlistLibrary* PlistLibrary::shared() {
-  static const auto functions = SharedLibrary::functionsOf<PlistLibrary>({"libplist-2.0.so.3"});
+  static const auto functions = SharedLibrary::functionsOf<PlistLibrary>({LIBPLIST_NAME});
   return functions ? &*functions : nullptr;
 }
 

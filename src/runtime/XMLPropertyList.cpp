@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -71,6 +72,7 @@ class Reader {
  public:
   explicit Reader(PropertyListObserver* observer)
       : parser_(XML_ParserCreate("UTF-8")), observer_(observer) {
+    if (!parser_) throw std::bad_alloc();
     constexpr std::size_t kUsualDepth = 16;
     constexpr std::size_t kUsualValues = 64;
     open_.reserve(kUsualDepth);
@@ -93,18 +95,16 @@ class Reader {
           static_cast<Reader*>(self)->refuse("declarations in the document type");
         });
     // A document type elsewhere, which is never fetched, may declare any entity.
-    XML_SetSkippedEntityHandler(
-        parser_.get(), [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
-          static_cast<Reader*>(self)->refuse(
-              "undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined");
-        });
+    XML_SetSkippedEntityHandler(parser_.get(),
+                                [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
+                                  static_cast<Reader*>(self)->refuse(kUndefinedEntity);
+                                });
   }
 
   Result<Value> read(std::string_view text) {
     const int size = static_cast<int>(text.size());
     if (XML_Parse(parser_.get(), text.data(), size, XML_TRUE) != XML_STATUS_OK) {
-      return Failure{place_.empty() ? here() + XML_ErrorString(XML_GetErrorCode(parser_.get()))
-                                    : place_ + reason_};
+      return Failure{isRefused() ? place_ + reason_ : here() + parserReason()};
     }
     return std::move(complete_.front());
   }
@@ -119,6 +119,14 @@ class Reader {
     void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
   };
 
+  static constexpr const char* kUndefinedEntity =
+      "undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined";
+
+  [[nodiscard]] const char* parserReason() const {
+    const XML_Error error = XML_GetErrorCode(parser_.get());
+    if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
+    return error == XML_ERROR_UNDEFINED_ENTITY ? kUndefinedEntity : XML_ErrorString(error);
+  }
   [[nodiscard]] std::size_t placeOfEvent() const {
     return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
   }
@@ -238,7 +246,7 @@ class Reader {
         return {};
       case Element::Real:
         if (const auto number = realFromXML(text_)) return Number::real(*number);
-        refuse("a <real> must be a number within the range of reals");
+        refuse("a <real> must be a number such as 1.5, within the range of reals");
         return {};
       case Element::Date:
         if (const auto seconds = dateFromXML(text_)) return Date::create(*seconds);
@@ -246,7 +254,7 @@ class Reader {
         return {};
       default:
         if (auto bytes = dataFromXML(text_)) return Data::create(std::move(*bytes));
-        refuse("<data> must be in base64");
+        refuse("<data> must be in base64, filled up with = signs");
         return {};
     }
   }

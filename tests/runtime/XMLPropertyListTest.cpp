@@ -104,7 +104,7 @@ TEST(XMLPropertyList, RefusesWhatIsNoReal) {
   for (const std::string_view text :
        {"", "x", "1,5", "1.5x", "+-1", "--1", "0x1p3", "1e", "1e400"}) {
     EXPECT_EQ(objectionToScalar("real", text),
-              "a <real> must be a number within the range of reals")
+              "a <real> must be a number such as 1.5, within the range of reals")
         << text;
   }
 }
@@ -165,7 +165,8 @@ TEST(XMLPropertyList, ReadsData) {
 TEST(XMLPropertyList, RefusesWhatIsNoBase64) {
   for (const std::string_view text : {"A", "AA", "AAA", "AA*A", "AA=A", "=",
                                       "AA===", "A===", "====", "AA==AA==", "AA==A", "-_-_"}) {
-    EXPECT_EQ(objectionToScalar("data", text), "<data> must be in base64") << text;
+    EXPECT_EQ(objectionToScalar("data", text), "<data> must be in base64, filled up with = signs")
+        << text;
   }
 }
 
@@ -220,8 +221,9 @@ TEST(XMLPropertyList, RefusesWhatNoListHas) {
       {list("<String>a</String>"), "no property list has <String>"},
       {"<p:plist xmlns:p='x'/>", "no property list has <p:plist>"},
       {list("<" + repeated("n", 1000) + "/>"), "an element that no property list has"},
-      {list("<string>&nbsp;</string>"), "undefined entity"},
-      {"<!DOCTYPE plist SYSTEM 'x'>" + list("<string>&nbsp;</string>"), "undefined entity"},
+      {list("<string>&nbsp;</string>"), "undefined entity; only &amp; &lt;"},
+      {"<!DOCTYPE plist SYSTEM 'x'>" + list("<string>&nbsp;</string>"),
+       "undefined entity; only &amp; &lt;"},
       {"<!DOCTYPE plist [ ]>" + list("<true/>"), "declarations in the document type"},
   };
   for (const auto& [text, reason] : cases) {
