@@ -81,7 +81,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   /// configuration, if it is the same.
   ADMEvaluationContextBase(Value statusService, RefPtr<Dictionary> globalConfiguration,
                            ADMEvaluationContext& parent);
-  /// The same with the parent's service and configuration.
+  /// Tells making a child, with its parent's service and configuration, from making a copy.
   struct CalledFrom {};
   ADMEvaluationContextBase(CalledFrom /*unused*/, ADMEvaluationContextBase& parent)
       : statusService_(parent.statusService_),

@@ -17,8 +17,7 @@ bool ADMEvaluationBinaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   leftOperand_ = std::move(left);
   rightOperand_ = std::move(right);
   operandsChanged();
-  stack.push(Ref<ADMEvaluationItemBase>(*this));
-  return true;
+  return ADMEvaluationItemBase::pushToStack(stack);
 }
 
 }  // namespace commandfilter

@@ -21,11 +21,11 @@ bool isPlain(const Value& value) { return value.isNumber() || value.isKind(Objec
 Value ADMEvaluationGlobalConstant::evaluate(ADMEvaluationContext& context) const {
   ADMNamedValues* constants = context.constants();
   if (constants == nullptr) return ask(context);
-  const Object* permanence = constants->permanence();
+  Object* permanence = constants->permanence();
   if (permanence != nullptr && permanence == permanence_.get()) return value_;
   Value value = constants->valueNamed(*name_);
   if (permanence != nullptr && isPlain(value)) {
-    permanence_ = RefPtr<Object>(constants->permanence());
+    permanence_ = RefPtr<Object>(permanence);
     value_ = value;
   }
   return value;

@@ -17,7 +17,7 @@ Value ADMEvaluationItemBase::evaluate(ADMEvaluationContext& /*context*/) const {
 }
 
 bool ADMEvaluationItemBase::pushToStack(ADMEvaluationStack& stack) {
-  stack.push(RefPtr<ADMEvaluationItemBase>(this));
+  stack.push(Ref<ADMEvaluationItemBase>(*this));
   return true;
 }
 

@@ -14,8 +14,7 @@ bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   if (!operand) return false;
   operand_ = std::move(operand);
   operandsChanged();
-  stack.push(Ref<ADMEvaluationItemBase>(*this));
-  return true;
+  return ADMEvaluationItemBase::pushToStack(stack);
 }
 
 }  // namespace commandfilter

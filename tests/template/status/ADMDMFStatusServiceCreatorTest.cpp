@@ -193,6 +193,14 @@ TEST_F(StatusServiceCreator, ForgetsServicesAndCaches) {
   EXPECT_EQ(script_.calls, 2);
 }
 
+// A proxy may hold a store for longer than it is the current one.
+TEST_F(StatusServiceCreator, EmptiesTheStoresThatItForgets) {
+  const RefPtr<MutableDictionary> store = userInfoNamed("Test");
+  store->setObject_forKey(stringOf("answer"), stringOf("question"));
+  creator_->reinitializeServices();
+  EXPECT_EQ(store->count(), 0U);
+}
+
 TEST_F(StatusServiceCreator, SaysWhenSomethingIsNotCurrentAnyMore) {
   std::uint64_t before = creator_->generation();
   EXPECT_NE(before, 0U);
