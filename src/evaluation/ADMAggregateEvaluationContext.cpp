@@ -5,7 +5,6 @@
 
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
-#include "runtime/Description.h"
 #include "runtime/Send.h"
 #include "runtime/StackGuard.h"
 
@@ -77,26 +76,18 @@ void ADMAggregateEvaluationContext::setPartialResult(Ref<PartialResult> result) 
   partialResult_ = std::move(result);
 }
 
-bool ADMAggregateEvaluationContext::isOwn(const Value& value) const noexcept {
-  return value.isObject() && value.object() == initialValue_.object() &&
-         value.object()->referenceCount() == 2;
-}
-
-Ref<String> ADMAggregateEvaluationContext::concatenate(Value left, const Value& right) {
-  if (!isOwn(left) || !left.isKind(ObjectKind::String)) {
-    return ADMArrayEvaluationContext::concatenate(std::move(left), right);
-  }
-  // Only a collection's text can fail, and would take the accumulator along.
-  const Value addition = right.isObject() ? Value(describe(right)) : right;
-  if (!initialSize_) initialSize_ = castTo<String>(left)->view().size();
+Ref<String> ADMAggregateEvaluationContext::concatenate(Ref<String> left,
+                                                       std::span<const String* const> others) {
+  if (!isOwn(*left)) return ADMArrayEvaluationContext::concatenate(std::move(left), others);
+  if (!initialSize_) initialSize_ = left->view().size();
   initialValue_ = nullptr;
-  Ref<String> extended = concatenateTexts(std::move(left), addition);
+  Ref<String> extended = concatenateTexts(std::move(left), others);
   initialValue_ = extended;
   return extended;
 }
 
 Ref<Array> ADMAggregateEvaluationContext::extendArray(Value left, const Value& right) {
-  if (!isOwn(left)) return ADMArrayEvaluationContext::extendArray(std::move(left), right);
+  if (!isOwn(*left.object())) return ADMArrayEvaluationContext::extendArray(std::move(left), right);
   if (!initialSize_) initialSize_ = castTo<Array>(left)->count();
   initialValue_ = nullptr;
   Ref<Array> extended = arrayExtendedBy(std::move(left), right);
@@ -106,7 +97,7 @@ Ref<Array> ADMAggregateEvaluationContext::extendArray(Value left, const Value& r
 
 Ref<Dictionary> ADMAggregateEvaluationContext::extendDictionary(Value left, Value key,
                                                                 Value value) {
-  if (!isOwn(left)) {
+  if (!isOwn(*left.object())) {
     return ADMArrayEvaluationContext::extendDictionary(std::move(left), std::move(key),
                                                        std::move(value));
   }
@@ -122,9 +113,14 @@ Ref<Dictionary> ADMAggregateEvaluationContext::extendDictionary(Value left, Valu
 }
 
 Value ADMAggregateEvaluationContext::processSelector(const EvaluationName& name) {
+  // Nearly every step asks for it.
+  if (name.symbol() == EvaluationSymbol::Element) return currentElement();
+  return processOtherSelector(name);
+}
+
+[[gnu::noinline]] Value ADMAggregateEvaluationContext::processOtherSelector(
+    const EvaluationName& name) {
   switch (name.symbol()) {
-    case EvaluationSymbol::Element:
-      return currentElement();
     case EvaluationSymbol::Index:
       return currentIndex();
     case EvaluationSymbol::Initial:

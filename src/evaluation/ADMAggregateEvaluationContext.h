@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -27,7 +28,7 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
   Value processSelector(const EvaluationName& name) override;
   /// Extends the accumulator in place when nobody else holds it, so that building a text step by
   /// step costs linear time. Until the step's result is set, `initialValue` is what it was.
-  Ref<String> concatenate(Value left, const Value& right) override;
+  Ref<String> concatenate(Ref<String> left, std::span<const String* const> others) override;
   /// Does the same for an array.
   Ref<Array> extendArray(Value left, const Value& right) override;
   /// Does the same for a dictionary.
@@ -50,10 +51,14 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
                                 Value initialValue);
   ~ADMAggregateEvaluationContext() override = default;
 
+  /// The value of a name other than "element".
+  Value processOtherSelector(const EvaluationName& name);
   /// The accumulator as it was before the step began to extend it.
   [[nodiscard]] Value valueBeforeTheStep() const;
   /// True for the accumulator when this context and the caller hold it and nobody else.
-  [[nodiscard]] bool isOwn(const Value& value) const noexcept;
+  [[nodiscard]] bool isOwn(const Object& object) const noexcept {
+    return &object == initialValue_.object() && object.referenceCount() == 2;
+  }
 
   Ref<ADMEvaluationContext> parentContext_;
   Value initialValue_;

@@ -158,6 +158,30 @@ Value ADMEvaluationContextBase::processSelector(const EvaluationName& name) {
   return {};
 }
 
+inline Value ADMEvaluationContextBase::valueForFeaturePath(const Array& components) {
+  if (!hasFoundSources_) findSources();
+  if (featurePathSource_ == nullptr) throwNoFeaturePaths();
+  RefPtr<String> errorInfo;
+  Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(components, errorInfo);
+  if (errorInfo) [[unlikely]] {
+    setRuntimeError(errorInfo->view());
+    return {};
+  }
+  return value;
+}
+
+// Apart, because few paths have an "@".
+[[gnu::noinline]] Value ADMEvaluationContextBase::valueForCurrentFeaturePath(
+    const Array& components) {
+  std::vector<Value> replaced;
+  replaced.reserve(components.count());
+  for (const Value& component : components) {
+    Value part = standsForCurrent(component) ? defaultServiceSymbolValue() : component;
+    if (!part.isNil()) replaced.push_back(std::move(part));
+  }
+  return valueForFeaturePath(*Array::create(std::move(replaced)));
+}
+
 Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* components) {
   if (components == nullptr || components->isEmpty() || statusService_.isNil()) return {};
   // What stands for the current thing is not known by itself, so it cannot be meant here.
@@ -166,29 +190,9 @@ Value ADMEvaluationContextBase::valueForFeaturePathComponents(const Array* compo
     if (!known.isNil()) return known.nullAsNil();
   }
   for (const Value& component : *components) {
-    if (standsForCurrent(component)) return valueForFeaturePath(*withCurrent(*components));
+    if (standsForCurrent(component)) return valueForCurrentFeaturePath(*components);
   }
   return valueForFeaturePath(*components);
-}
-
-Value ADMEvaluationContextBase::valueForFeaturePath(const Array& components) {
-  if (!hasFoundSources_) findSources();
-  if (featurePathSource_ == nullptr) throwNoFeaturePaths();
-  RefPtr<String> errorInfo;
-  Value value = featurePathSource_->valueForFeaturePathComponents_errorInfo(components, errorInfo);
-  if (!errorInfo) return value;
-  setRuntimeError(errorInfo->view());
-  return {};
-}
-
-Ref<Array> ADMEvaluationContextBase::withCurrent(const Array& components) {
-  std::vector<Value> replaced;
-  replaced.reserve(components.count());
-  for (const Value& component : components) {
-    Value part = standsForCurrent(component) ? defaultServiceSymbolValue() : component;
-    if (!part.isNil()) replaced.push_back(std::move(part));
-  }
-  return Array::create(std::move(replaced));
 }
 
 void ADMEvaluationContextBase::findSources() {
@@ -199,15 +203,24 @@ void ADMEvaluationContextBase::findSources() {
 
 Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationName& name,
                                                                const Array* arguments) {
+  const Method* procedure = name.methodOf(classInfo());
+  if (procedure != nullptr && procedure->invokeWithObject != nullptr) [[likely]] {
+    return procedure->invokeWithObject(*this, arguments);
+  }
+  return executeOtherProcedure(procedure, name, arguments);
+}
+
+// Apart from the usual procedures, which would make room for it whenever they are called.
+[[gnu::noinline]] Value ADMEvaluationContextBase::executeOtherProcedure(const Method* procedure,
+                                                                        const EvaluationName& name,
+                                                                        const Array* arguments) {
   if (!name.string()) {
     setRuntimeError("Empty procedure name");
     return {};
   }
-  if (name.selector()) {
-    if (const Method* procedure = classInfo().instanceMethod(*name.selector())) {
-      const Value items = Value::sharing(arguments);
-      return procedure->invoke(Value::sharing(this), std::span(&items, 1));
-    }
+  if (procedure != nullptr) {
+    const Value items = Value::sharing(arguments);
+    return procedure->invoke(Value::sharing(this), std::span(&items, 1));
   }
   SharedConfiguration* shared = sharedConfiguration();
   if (const CompiledMacro* macro = shared != nullptr ? shared->macroNamed(name) : nullptr) {

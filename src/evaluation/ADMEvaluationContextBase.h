@@ -101,14 +101,17 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
 
   /// The value at a path without "@".
   [[nodiscard]] Value valueForFeaturePath(const Array& components);
-  /// The path with what "@" stands for in its place.
-  [[nodiscard]] Ref<Array> withCurrent(const Array& components);
+  /// The value at a path with what "@" stands for in its place.
+  [[nodiscard]] Value valueForCurrentFeaturePath(const Array& components);
   void findSources();
   /// nullptr without a configuration. Borrowed.
   [[nodiscard]] SharedConfiguration* sharedConfiguration() {
     return shared_ ? shared_.get() : makeSharedConfiguration();
   }
   SharedConfiguration* makeSharedConfiguration();
+  /// Executes a macro, or a procedure that has to be called in the general way.
+  Value executeOtherProcedure(const Method* procedure, const EvaluationName& name,
+                              const Array* arguments);
   Value executeMacro(const CompiledMacro& macro, const Array* arguments);
 
   RefPtr<MutableDictionary> commonCache_;

@@ -46,7 +46,7 @@ Ref<ADMAggregateEvaluationContext> contextFor(ADMEvaluationContextBase& context,
 // The accumulator of an aggregation, and the step that changes it.
 class Accumulation {
  public:
-  Accumulation(ADMAggregateEvaluationContext& context, const Value& step)
+  Accumulation(ADMAggregateEvaluationContext& context, const ADMEvaluationItemBase& step)
       : context_(context), step_(step) {
     auto* start = castTo<Array>(context.initialValue());
     if (start == nullptr) return;
@@ -59,7 +59,7 @@ class Accumulation {
   // Takes the step for the current element; false when it failed, which changes nothing.
   bool advance() {
     if (list_) return appendToList();
-    Value value = evaluateOperand(&itemOf(step_), context_);
+    Value value = evaluateOperand(&step_, context_);
     if (context_.lastError() != nullptr) return false;
     context_.setInitialValue(std::move(value));
     return true;
@@ -79,7 +79,7 @@ class Accumulation {
   }
 
   ADMAggregateEvaluationContext& context_;
-  const Value& step_;
+  const ADMEvaluationItemBase& step_;
   std::optional<AppendingStep> appendingStep_;
   // The accumulator of an appending step.
   RefPtr<CollectedElements> list_;
@@ -97,9 +97,10 @@ Value sort(ADMEvaluationContextBase& context, const Array* items) {
   const Ref<SortedElements> sorted = SortedElements::create(Ref<Array>(*elements));
   const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
   walk->setPartialResult(sorted);
+  const ADMEvaluationItemBase& keyItem = itemOf((*items)[1]);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
     walk->clearErrors();
-    Value key = evaluateArgument(items, 1, *walk);
+    Value key = evaluateOperand(&keyItem, *walk);
     if (walk->lastError() != nullptr) break;
     sorted->insertNext(std::move(key));
   }
@@ -117,10 +118,11 @@ Value filter(ADMEvaluationContextBase& context, const Array* items) {
   const Ref<CollectedElements> kept = CollectedElements::create();
   const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
   walk->setPartialResult(kept);
+  const ADMEvaluationItemBase& condition = itemOf((*items)[1]);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
     walk->clearErrors();
     // The condition's value is given up before the list grows: it may be the list so far.
-    const bool isKept = holds(evaluateArgument(items, 1, *walk));
+    const bool isKept = holds(evaluateOperand(&condition, *walk));
     if (walk->lastError() != nullptr) break;
     if (isKept) kept->append(walk->element());
   }
@@ -140,10 +142,11 @@ Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
   if (elements->isEmpty()) return initialValue;
   const Ref<ADMAggregateEvaluationContext> walk =
       contextFor(context, list, std::move(initialValue));
-  Accumulation accumulation(*walk, (*items)[2]);
+  const ADMEvaluationItemBase& condition = itemOf((*items)[1]);
+  Accumulation accumulation(*walk, itemOf((*items)[2]));
   for (; !walk->endOfIteration(); walk->iterateNext()) {
     walk->clearErrors();
-    const bool isStep = holds(evaluateArgument(items, 1, *walk));
+    const bool isStep = holds(evaluateOperand(&condition, *walk));
     if (walk->lastError() != nullptr) break;
     if (isStep && !accumulation.advance()) break;
   }
@@ -161,7 +164,7 @@ Value aggregate(ADMEvaluationContextBase& context, const Array* items) {
   if (elements->isEmpty()) return initialValue;
   const Ref<ADMAggregateEvaluationContext> walk =
       contextFor(context, list, std::move(initialValue));
-  Accumulation accumulation(*walk, (*items)[1]);
+  Accumulation accumulation(*walk, itemOf((*items)[1]));
   while (!walk->endOfIteration() && accumulation.advance()) walk->iterateNext();
   return accumulation.result();
 }

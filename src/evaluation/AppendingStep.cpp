@@ -8,19 +8,20 @@
 
 namespace commandfilter {
 
-std::optional<AppendingStep> AppendingStep::ofItem(const Value& item) {
+std::optional<AppendingStep> AppendingStep::ofItem(const ADMEvaluationItemBase& item) {
   std::vector<const ADMEvaluationItemBase*> values;
-  auto* left = castTo<ADMEvaluationItemBase>(item);
-  while (left != nullptr && left->type() == ItemType::Concatenate) {
-    const auto* operation = castTo<ADMEvaluationBinaryOperation>(static_cast<Object*>(left));
-    if (operation == nullptr || operation->rightOperand() == nullptr) return std::nullopt;
+  const ADMEvaluationItemBase* left = &item;
+  while (const auto* operation =
+             ADMEvaluationBinaryOperation::ofType(left, ItemType::Concatenate)) {
+    if (operation->rightOperand() == nullptr) return std::nullopt;
     values.push_back(operation->rightOperand());
     left = operation->leftOperand();
   }
-  const auto* name = castTo<ADMEvaluationSelector>(static_cast<Object*>(left));
-  if (values.empty() || name == nullptr || textOf(name->selectorName().get()) != "initial") {
+  if (values.empty() || left == nullptr || &left->classInfo() != &ADMEvaluationSelector::kClass) {
     return std::nullopt;
   }
+  const auto& name = static_cast<const ADMEvaluationSelector&>(*left);
+  if (textOf(name.selectorName().get()) != "initial") return std::nullopt;
   return AppendingStep(std::move(values));
 }
 

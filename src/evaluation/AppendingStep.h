@@ -16,7 +16,7 @@ namespace commandfilter {
 class AppendingStep {
  public:
   /// None for any other step.
-  [[nodiscard]] static std::optional<AppendingStep> ofItem(const Value& item);
+  [[nodiscard]] static std::optional<AppendingStep> ofItem(const ADMEvaluationItemBase& item);
 
   /// Evaluates the values in their order; puts what belongs behind an array into `additions`.
   void evaluate(ADMEvaluationContext& context, std::vector<Value>& additions) const;

@@ -72,7 +72,9 @@ Value translate(ADMEvaluationContextBase& context, const Array* items) {
 
 // The last step of both look-ups: what was found, or the default, which is evaluated only then.
 Value orDefault(const Value& found, ADMEvaluationContextBase& context, const Array* items) {
-  return found.isNil() ? evaluateDefault(context, items) : found;
+  if (found.isNil()) [[unlikely]]
+    return evaluateDefault(context, items);
+  return found;
 }
 
 Value keyOfValue(const Dictionary& dictionary, const Value& value) {
@@ -105,16 +107,10 @@ Value getKey(ADMEvaluationContextBase& context, const Array* items) {
   return orDefault(found, context, items);
 }
 
-/// _GetItem(container, key [, default]): what stands at a key or index.
-Value getItem(ADMEvaluationContextBase& context, const Array* items) {
-  if (!argumentsOf("GetItem").accepts(countOf(items)))
-    return failWith(context, kWrongGetItemNumber);
-  const Value container = evaluateArgument(items, 0, context);
+// What stands at an index of an array. Apart, because most containers are dictionaries.
+[[gnu::noinline]] Value itemAtIndex(ADMEvaluationContextBase& context, const Array* items,
+                                    const Value& container) {
   if (container.isNil()) return orDefault(Value(), context, items);
-  if (const auto* dictionary = castTo<Dictionary>(container)) {
-    const OperandValue key(&itemOf((*items)[1]), context);
-    return orDefault(dictionary->objectForKey(*key), context, items);
-  }
   const auto* array = castTo<Array>(container);
   if (array == nullptr) return failWith(context, kWrongGetItemNumber);
   const Value index = evaluateArgument(items, 1, context);
@@ -124,6 +120,18 @@ Value getItem(ADMEvaluationContextBase& context, const Array* items) {
   // A negative index is a large one, and misses.
   const std::uint32_t place = index.number().unsignedIntValue();
   return orDefault(place < array->count() ? (*array)[place] : Value(), context, items);
+}
+
+/// _GetItem(container, key [, default]): what stands at a key or index.
+Value getItem(ADMEvaluationContextBase& context, const Array* items) {
+  if (!argumentsOf("GetItem").accepts(countOf(items)))
+    return failWith(context, kWrongGetItemNumber);
+  const OperandValue container(&itemOf((*items)[0]), context);
+  if (const auto* dictionary = castTo<Dictionary>(*container)) {
+    const OperandValue key(&itemOf((*items)[1]), context);
+    return orDefault(dictionary->objectForKey(*key), context, items);
+  }
+  return itemAtIndex(context, items, *container);
 }
 
 /// _In(value, candidate, ...): whether a value is one of the candidates.

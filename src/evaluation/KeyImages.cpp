@@ -1,13 +1,12 @@
 #include "evaluation/KeyImages.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
+#include "evaluation/TextImage.h"
 #include "runtime/Date.h"
 #include "runtime/Number.h"
 #include "runtime/String.h"
@@ -43,40 +42,20 @@ void noteImageOf(KeyPlace& place, const Date& key) noexcept {
   place.isWhole = !std::isnan(key.secondsSince1970());
 }
 
-bool areSignedIntegers(KeyPlaces places, std::span<const Value> keys) noexcept {
-  return std::ranges::all_of(places, [keys](const KeyPlace& place) {
+// All of a signed integer fits in an image, but then no other number can stand among them: false
+// when there is one, and nothing is noted that holds.
+bool noteSignedIntegers(KeyPlaces places, std::span<const Value> keys) noexcept {
+  for (KeyPlace& place : places) {
     const Number key = keys[place.arrival].number();
-    return !key.isReal() && key.encoding() != 'Q';
-  });
-}
-
-std::string_view textOf(const KeyPlace& place, std::span<const Value> keys) noexcept {
-  return static_cast<const String*>(keys[place.arrival].object())->view();
-}
-
-// The first byte is the highest; zeros stand for those that are missing.
-std::uint64_t firstBytes(std::string_view text) noexcept {
-  std::uint64_t word = 0;
-  if (text.size() >= sizeof word) {
-    std::array<unsigned char, sizeof word> bytes{};
-    std::memcpy(bytes.data(), text.data(), bytes.size());
-    for (const unsigned char byte : bytes) word = word << 8U | byte;
-    return word;
+    if (key.isReal() || key.encoding() == 'Q') return false;
+    place.image = static_cast<std::uint64_t>(key.longValue()) ^ kSign;
+    place.isWhole = true;
   }
-  for (const char c : text) word = word << 8U | static_cast<unsigned char>(c);
-  return text.empty() ? 0 : word << 8U * (sizeof word - text.size());
+  return true;
 }
 
-// The bytes as they order 16-bit units: characters above U+FFFF come before the units from U+E000,
-// whose first bytes are EE and EF.
-std::uint64_t orderedAsUnits(std::uint64_t word) noexcept {
-  constexpr std::uint64_t kNotASCII = 0x8080808080808080;
-  if ((word & kNotASCII) == 0) return word;
-  for (unsigned shift = 0; shift < 64; shift += 8) {
-    const std::uint64_t byte = word >> shift & 0xFFU;
-    if (byte == 0xEE || byte == 0xEF) word |= std::uint64_t{0x10} << shift;
-  }
-  return word;
+const String& textAt(const KeyPlace& place, std::span<const Value> keys) noexcept {
+  return static_cast<const String&>(*keys[place.arrival].object());
 }
 
 }  // namespace
@@ -89,36 +68,23 @@ void noteImages(KeyPlaces places, std::span<const Value> keys) noexcept {
     }
     return;
   }
-  // All of an integer fits in an image, but then no real can stand among them.
-  const bool areIntegers = areSignedIntegers(places, keys);
-  for (KeyPlace& place : places) {
-    const Number key = keys[place.arrival].number();
-    if (areIntegers) {
-      place.image = static_cast<std::uint64_t>(key.longValue()) ^ kSign;
-      place.isWhole = true;
-    } else {
-      noteImageOf(place, key);
-    }
-  }
+  if (noteSignedIntegers(places, keys)) return;
+  for (KeyPlace& place : places) noteImageOf(place, keys[place.arrival].number());
 }
 
-// Seven bytes, and behind them how many there are: a text comes before those that it begins.
 void noteTextImages(KeyPlaces places, std::span<const Value> keys, std::size_t begin) noexcept {
-  constexpr std::uint64_t kCount = 0xFF;
   for (KeyPlace& place : places) {
-    const std::string_view rest = textOf(place, keys).substr(begin);
-    const std::uint64_t bytes = orderedAsUnits(firstBytes(rest)) & ~kCount;
-    place.image = bytes | std::min(rest.size(), kImageBytes + 1);
-    place.isWhole = rest.size() <= kImageBytes;
+    place.image = textImage(textAt(place, keys), begin);
+    place.isWhole = isWholeText(place.image);
   }
 }
 
 std::size_t commonBytes(KeyPlaces places, std::span<const Value> keys, std::size_t known) noexcept {
-  const std::string_view first = textOf(places.front(), keys);
+  const std::string_view first = textAt(places.front(), keys).view();
   std::size_t common = first.size();
   for (const KeyPlace& place : places.subspan(1)) {
     if (common == known) break;
-    const std::string_view text = textOf(place, keys);
+    const std::string_view text = textAt(place, keys).view();
     const std::size_t end = std::min(common, text.size());
     std::size_t same = known;
     while (same < end && text[same] == first[same]) ++same;

@@ -9,9 +9,6 @@
 
 namespace commandfilter {
 
-/// How many bytes of a text its image holds.
-inline constexpr std::size_t kImageBytes = 7;
-
 /// Notes the images of keys that are all numbers, or all dates.
 void noteImages(KeyPlaces places, std::span<const Value> keys) noexcept;
 

@@ -6,6 +6,7 @@
 
 #include "evaluation/ImageSort.h"
 #include "evaluation/KeyImages.h"
+#include "evaluation/TextImage.h"
 #include "runtime/Comparison.h"
 #include "runtime/String.h"
 
@@ -68,16 +69,11 @@ void orderByText(KeyPlaces places, std::span<const Value> keys) {
   }
 }
 
-// The order of two places whose images are the same.
-std::weak_ordering orderBehindImage(const KeyPlace& left, const KeyPlace& right,
-                                    std::span<const Value> keys) {
-  if (left.isWhole && right.isWhole) return std::weak_ordering::equivalent;
-  const Object* first = keys[left.arrival].object();
-  const Object* second = keys[right.arrival].object();
-  if (first != nullptr && first->objectKind() == ObjectKind::String) {
-    return static_cast<const String*>(first)->compare(static_cast<const String&>(*second));
-  }
-  return compare(keys[left.arrival], keys[right.arrival]);
+// The order of two texts that have the bytes up to `common` in common, and those of one image.
+std::weak_ordering orderOfTexts(const String& left, const String& right, std::size_t common) {
+  const std::uint64_t first = textImage(left, common + kImageBytes);
+  const std::uint64_t second = textImage(right, common + kImageBytes);
+  return first != second ? first <=> second : left.compare(right);
 }
 
 }  // namespace
@@ -103,25 +99,35 @@ KeyOrder::KeyOrder(std::span<const Value> keys) {
 
 // Inserts one key after the other.
 void KeyOrder::orderFew(std::span<const Value> keys, bool areTexts) {
+  std::size_t common = 0;
   if (areTexts) {
-    noteTextImages(places_, keys, commonBytes(places_, keys, 0));
+    common = commonBytes(places_, keys, 0);
+    noteTextImages(places_, keys, common);
   } else {
     noteImages(places_, keys);
   }
+  // The order of two places whose images are the same.
+  const auto orderBehindImage = [keys, areTexts, common](const KeyPlace& left,
+                                                         const KeyPlace& right) {
+    if (left.isWhole && right.isWhole) return std::weak_ordering::equivalent;
+    const Value& first = keys[left.arrival];
+    const Value& second = keys[right.arrival];
+    if (!areTexts) return std::weak_ordering(compare(first, second) <=> 0);
+    return orderOfTexts(static_cast<const String&>(*first.object()),
+                        static_cast<const String&>(*second.object()), common);
+  };
   for (std::size_t i = 1; i < places_.size(); ++i) {
-    const KeyPlace place = places_[i];
+    KeyPlace place = places_[i];
     std::size_t to = i;
     for (; to > 0; --to) {
       const KeyPlace& other = places_[to - 1];
-      if (other.image < place.image) break;
-      if (other.image == place.image && orderBehindImage(other, place, keys) <= 0) break;
+      const std::weak_ordering order =
+          other.image != place.image ? other.image <=> place.image : orderBehindImage(other, place);
+      place.equalsPrevious = order == 0;
+      if (order <= 0) break;
       places_[to] = other;
     }
     places_[to] = place;
-  }
-  for (std::size_t i = 1; i < places_.size(); ++i) {
-    places_[i].equalsPrevious = places_[i - 1].image == places_[i].image &&
-                                orderBehindImage(places_[i - 1], places_[i], keys) == 0;
   }
 }
 

@@ -32,34 +32,6 @@ void rotateEqualKeys(KeyPlaces places) {
   }
 }
 
-// Where the search puts a key among others, of which there is at least one.
-std::size_t placeAmong(const std::vector<Value>& keys, const Value& key) {
-  std::size_t low = 0;
-  std::size_t high = keys.size() - 1;
-  while (low < high) {
-    const std::size_t middle = (low + high) / 2;
-    if (compare(key, keys[middle]) < 0) {
-      high = middle;
-    } else {
-      low = middle + 1;
-    }
-  }
-  return compare(key, keys[high]) > 0 ? high + 1 : high;
-}
-
-// The elements at the places, and behind them those whose keys are nil.
-Ref<Array> elementsAt(KeyPlaces places, const std::vector<Value>& keys, const Array& list) {
-  std::vector<Value> elements;
-  elements.reserve(keys.size());
-  for (const KeyPlace& place : places) elements.push_back(list[place.arrival]);
-  if (elements.size() < keys.size()) {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (keys[i].isNil()) elements.push_back(list[i]);
-    }
-  }
-  return Array::create(std::move(elements));
-}
-
 }  // namespace
 
 constinit const Class SortedElements::kClass{.name = "SortedElements",
@@ -73,11 +45,38 @@ Ref<SortedElements> SortedElements::create(Ref<Array> list) {
 
 void SortedElements::refuse(const Value& key) const { static_cast<void>(compare(key, key_)); }
 
+std::size_t SortedElements::placeOf(const Value& key) const {
+  std::size_t low = 0;
+  std::size_t high = arrangedKeys_.size() - 1;
+  while (low < high) {
+    const std::size_t middle = (low + high) / 2;
+    if (compare(key, arrangedKeys_[middle]) < 0) {
+      high = middle;
+    } else {
+      low = middle + 1;
+    }
+  }
+  return compare(key, arrangedKeys_[high]) > 0 ? high + 1 : high;
+}
+
+Ref<Array> SortedElements::elementsAt(KeyPlaces places) const {
+  const Array& list = *list_;
+  std::vector<Value> elements;
+  elements.reserve(keys_.size());
+  for (const KeyPlace& place : places) elements.push_back(list[place.arrival]);
+  if (elements.size() < keys_.size()) {
+    for (std::size_t i = 0; i < keys_.size(); ++i) {
+      if (keys_[i].isNil()) elements.push_back(list[i]);
+    }
+  }
+  return Array::create(std::move(elements));
+}
+
 Ref<Array> SortedElements::takeElements() {
   if (arranged_) return elementsSoFar();
   KeyOrder order(keys_);
   rotateEqualKeys(order.places());
-  return elementsAt(order.places(), keys_, *list_);
+  return elementsAt(order.places());
 }
 
 Ref<Array> SortedElements::elementsSoFar() {
@@ -95,7 +94,7 @@ void SortedElements::arrangeAll() {
   arrangedKeys_.clear();
   arrangedKeys_.reserve(keys_.size());
   for (const KeyPlace& place : order.places()) arrangedKeys_.push_back(keys_[place.arrival]);
-  arranged_ = elementsAt(order.places(), keys_, *list_);
+  arranged_ = elementsAt(order.places());
   arrangedCount_ = keys_.size();
 }
 
@@ -103,7 +102,7 @@ void SortedElements::arrangeNext() {
   const Value& key = keys_[arrangedCount_];
   std::size_t place = arrangedCount_;
   if (!key.isNil()) {
-    place = arrangedKeys_.empty() ? 0 : placeAmong(arrangedKeys_, key);
+    place = arrangedKeys_.empty() ? 0 : placeOf(key);
     arrangedKeys_.insert(arrangedKeys_.begin() + static_cast<std::ptrdiff_t>(place), key);
   }
   Ref<Array> elements(*arranged_);

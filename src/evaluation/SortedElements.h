@@ -9,6 +9,7 @@
 #include "evaluation/PartialResult.h"
 #include "runtime/Array.h"
 #include "runtime/Class.h"
+#include "runtime/ObjectMemory.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
 
@@ -52,6 +53,13 @@ class SortedElements final : public PartialResult {
   explicit SortedElements(Ref<Array> list) noexcept : list_(std::move(list)) {}
   ~SortedElements() override = default;
 
+  /// Those of a few elements are made and dropped often.
+  using Keys = std::vector<Value, ObjectAllocator<Value>>;
+
+  /// The elements at the places, and behind them those whose keys are nil.
+  [[nodiscard]] Ref<Array> elementsAt(KeyPlaces places) const;
+  /// Where the search puts a key among those in order, of which there is at least one.
+  [[nodiscard]] std::size_t placeOf(const Value& key) const;
   void arrangeAll();
   void arrangeNext();
   // Raises what the platform raises when it compares the key with those so far.
@@ -59,14 +67,14 @@ class SortedElements final : public PartialResult {
 
   Ref<Array> list_;
   /// The keys of the first elements of the list; of one kind.
-  std::vector<Value> keys_;
+  Keys keys_;
   /// Any of the keys but nil; nil when there is none.
   Value key_;
   /// The elements in their order when they were asked for last, how many they are, and their keys
   /// in order.
   RefPtr<Array> arranged_;
   std::size_t arrangedCount_ = 0;
-  std::vector<Value> arrangedKeys_;
+  Keys arrangedKeys_;
 };
 
 }  // namespace commandfilter

@@ -16,11 +16,18 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
   static const Class kClass;
 
   /// What evaluates an operation; a row of the operator table names it.
-  using Operation = Value(const ADMEvaluationBinaryOperation& operation,
-                          ADMEvaluationContext& context);
+  using Operation = Value (ADMEvaluationBinaryOperation::*)(ADMEvaluationContext& context) const;
 
   [[nodiscard]] static Ref<ADMEvaluationBinaryOperation> itemWithOperationType(ItemType type) {
     return make<ADMEvaluationBinaryOperation>(type);
+  }
+
+  /// The item as an operation of the type; nullptr for nil and everything else, items of other
+  /// classes with the code among it.
+  [[nodiscard]] static const ADMEvaluationBinaryOperation* ofType(const ADMEvaluationItemBase* item,
+                                                                  ItemType type) noexcept {
+    const bool isOne = item != nullptr && item->type() == type && &item->classInfo() == &kClass;
+    return isOne ? static_cast<const ADMEvaluationBinaryOperation*>(item) : nullptr;
   }
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
@@ -56,11 +63,12 @@ class COMMANDFILTER_EXPORT ADMEvaluationBinaryOperation final
   ~ADMEvaluationBinaryOperation() override = default;
 
   [[nodiscard]] bool operandsAreEqual(ADMEvaluationContext& context) const;
-  [[nodiscard]] Value extendDictionary(Value left, const Value& right,
-                                       ADMEvaluationContext& context) const;
 
-  /// The table's function for the type, kept here because it is needed at every evaluation.
-  Operation* perform_;
+  /// What evaluates a code that is no operator's.
+  [[nodiscard]] Value failAsUnknown(ADMEvaluationContext& context) const;
+
+  /// The table's operation for the type, kept here because it is needed at every evaluation.
+  Operation perform_;
 };
 
 }  // namespace commandfilter

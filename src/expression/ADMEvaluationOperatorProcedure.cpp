@@ -25,12 +25,14 @@ RefPtr<Array> ADMEvaluationOperatorProcedure::collectArguments(
 }
 
 Value ADMEvaluationOperatorProcedure::evaluate(ADMEvaluationContext& context) const {
-  const ADMEvaluationItemBase* left = leftOperand();
-  if (left != nullptr && left->type() == ItemType::MakeList) {
-    return fail(*this, context, ErrorCategory::Structural, "Applying member proc to the list");
+  if (!arguments_) {
+    const ADMEvaluationItemBase* left = leftOperand();
+    if (left != nullptr && left->type() == ItemType::MakeList) {
+      return fail(*this, context, ErrorCategory::Structural, "Applying member proc to the list");
+    }
+    if (left != nullptr && left->type() == ItemType::EmptyArguments) return {};
+    arguments_ = collectArguments(context);
   }
-  if (left != nullptr && left->type() == ItemType::EmptyArguments) return {};
-  if (!arguments_) arguments_ = collectArguments(context);
   return callProcedure(*this, context, name_, arguments_.get());
 }
 

@@ -163,9 +163,14 @@ void ADMEvaluationProcessor::compileExpression(const Ref<String>& expression) {
 
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
   if (!rootItem_) return {};
-  const ErrorWatch watch(context);
+  if (context.recordedError() != nullptr) [[unlikely]] {
+    const ErrorWatch watch(context);
+    Value result = rootItem_->evaluate(context);
+    watch.noteExpression(expressionString_);
+    return result;
+  }
   Value result = rootItem_->evaluate(context);
-  watch.noteExpression(expressionString_);
+  if (ADMEvaluationError* error = context.recordedError()) error->noteExpression(expressionString_);
   return result;
 }
 

@@ -19,23 +19,21 @@ namespace commandfilter {
 /// the counting of a reference.
 class OperandValue {
  public:
-  OperandValue(const ADMEvaluationItemBase* operand, ADMEvaluationContext& context) {
-    if (operand == nullptr) return;
-    if (const LiteralItem* literal = literalOf(*operand)) {
-      value_ = &literal->value();
-    } else {
-      own_ = operand->evaluate(context);
-    }
-  }
+  [[gnu::always_inline]] OperandValue(const ADMEvaluationItemBase* operand,
+                                      ADMEvaluationContext& context)
+      : literal_(operand != nullptr ? literalOf(*operand) : nullptr),
+        own_(operand == nullptr || literal_ != nullptr ? Value() : operand->evaluate(context)) {}
   OperandValue(const OperandValue&) = delete;
   OperandValue& operator=(const OperandValue&) = delete;
 
-  [[nodiscard]] const Value& operator*() const noexcept { return *value_; }
-  [[nodiscard]] const Value* operator->() const noexcept { return value_; }
+  [[nodiscard]] const Value& operator*() const noexcept {
+    return literal_ != nullptr ? literal_->value() : own_;
+  }
+  [[nodiscard]] const Value* operator->() const noexcept { return &**this; }
 
  private:
+  const LiteralItem* literal_;
   Value own_;
-  const Value* value_ = &own_;
 };
 
 }  // namespace commandfilter

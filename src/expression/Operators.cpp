@@ -8,38 +8,23 @@ namespace {
 
 using Operation = ADMEvaluationBinaryOperation;
 
-// A member as the function that the table holds.
-template <Value (Operation::*kMember)(ADMEvaluationContext& context) const>
-Value performs(const Operation& operation, ADMEvaluationContext& context) {
-  return (operation.*kMember)(context);
-}
-
 }  // namespace
 
 constexpr std::array<Operator, 15> detail::kOperators{{
-    {ItemType::MakeList, ",", {"", ""}, &performs<&Operation::performMakeListOperation>},
-    {ItemType::Or, "|", {"or", "else"}, &performs<&Operation::performOrOperation>},
-    {ItemType::And, "&", {"and", "then"}, &performs<&Operation::performAndOperation>},
-    {ItemType::Equal, "=", {"eq", ""}, &performs<&Operation::performEqualityOperation>},
-    {ItemType::NotEqual, "!=", {"ne", ""}, &performs<&Operation::performUnequalityOperation>},
-    {ItemType::Less, "", {"lt", ""}, &performs<&Operation::performNumberComparisonOperation>},
-    {ItemType::LessOrEqual,
-     "",
-     {"le", ""},
-     &performs<&Operation::performNumberComparisonOperation>},
-    {ItemType::Greater, "", {"gt", ""}, &performs<&Operation::performNumberComparisonOperation>},
-    {ItemType::GreaterOrEqual,
-     "",
-     {"ge", ""},
-     &performs<&Operation::performNumberComparisonOperation>},
-    {ItemType::Concatenate, "+", {"", ""}, &performs<&Operation::performConcatOperation>},
-    {ItemType::ConcatenateIfNotNil,
-     "~",
-     {"", ""},
-     &performs<&Operation::performConcatIfNotNilOperation>},
-    {ItemType::BitAnd, "", {"bitand", ""}, &performs<&Operation::performBitOperation>},
-    {ItemType::BitOr, "", {"bitor", ""}, &performs<&Operation::performBitOperation>},
-    {ItemType::BitXor, "", {"bitxor", ""}, &performs<&Operation::performBitOperation>},
+    {ItemType::MakeList, ",", {"", ""}, &Operation::performMakeListOperation},
+    {ItemType::Or, "|", {"or", "else"}, &Operation::performOrOperation},
+    {ItemType::And, "&", {"and", "then"}, &Operation::performAndOperation},
+    {ItemType::Equal, "=", {"eq", ""}, &Operation::performEqualityOperation},
+    {ItemType::NotEqual, "!=", {"ne", ""}, &Operation::performUnequalityOperation},
+    {ItemType::Less, "", {"lt", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::LessOrEqual, "", {"le", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::Greater, "", {"gt", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::GreaterOrEqual, "", {"ge", ""}, &Operation::performNumberComparisonOperation},
+    {ItemType::Concatenate, "+", {"", ""}, &Operation::performConcatOperation},
+    {ItemType::ConcatenateIfNotNil, "~", {"", ""}, &Operation::performConcatIfNotNilOperation},
+    {ItemType::BitAnd, "", {"bitand", ""}, &Operation::performBitOperation},
+    {ItemType::BitOr, "", {"bitor", ""}, &Operation::performBitOperation},
+    {ItemType::BitXor, "", {"bitxor", ""}, &Operation::performBitOperation},
     {ItemType::Not, "!", {"not", ""}, nullptr},
 }};
 

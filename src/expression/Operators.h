@@ -22,7 +22,7 @@ struct Operator {
   /// The words, empty where there are fewer; written in any case.
   std::array<std::string_view, 2> words;
   /// The operation; nullptr for the operator with one operand, which is an item of its own.
-  ADMEvaluationBinaryOperation::Operation* perform;
+  ADMEvaluationBinaryOperation::Operation perform;
 };
 
 namespace detail {

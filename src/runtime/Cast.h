@@ -44,7 +44,11 @@ template <typename T>
 /// The same for a value; nullptr for nil, the null object and numbers.
 template <typename T>
 [[nodiscard]] T* castTo(const Value& value) noexcept {
-  return castTo<T>(value.object());
+  if constexpr (detail::HasObjectKind<T>) {
+    return value.isKind(T::kObjectKind) ? static_cast<T*>(value.object()) : nullptr;
+  } else {
+    return castTo<T>(value.object());
+  }
 }
 
 }  // namespace commandfilter

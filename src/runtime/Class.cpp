@@ -75,6 +75,13 @@ bool Class::instancesRespondToSelector(const Selector& selector) const noexcept 
   return instanceMethod(selector) != nullptr || initializer(selector) != nullptr;
 }
 
+const Method* RememberedMethod::ask(const Class& info, const Selector& selector) noexcept {
+  method_ = info.instanceMethod(selector);
+  info_ = &info;
+  generation_ = detail::methodGeneration;
+  return method_;
+}
+
 bool Class::conformsToProtocol(const Protocol& protocol) const noexcept {
   for (const Class* info = this; info != nullptr; info = info->base) {
     for (const Conformance& row : info->protocols) {
@@ -93,7 +100,12 @@ const Class* classOf(const Value& value) noexcept {
 
 namespace detail {
 
-void forgetMethods() noexcept { methodCache().fill({}); }
+constinit std::uint32_t methodGeneration = 0;
+
+void forgetMethods() noexcept {
+  methodCache().fill({});
+  ++methodGeneration;
+}
 
 bool isKindOfClass(const Object& object, const Class& info) noexcept {
   return object.classInfo().isKindOf(info);

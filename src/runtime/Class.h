@@ -1,6 +1,7 @@
 // Classes as constant data.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -61,6 +62,26 @@ extern COMMANDFILTER_EXPORT const Class kNullClass;
 namespace detail {
 /// Forgets which method answers which selector; needed when classes go away.
 void forgetMethods() noexcept;
+/// How often that has happened. Read only.
+extern COMMANDFILTER_EXPORT std::uint32_t methodGeneration;
 }  // namespace detail
+
+/// The answer of one class to one selector, for whoever asks for the same again and again.
+class RememberedMethod {
+ public:
+  /// `info.instanceMethod(selector)`; the selector must be the same at every call.
+  [[nodiscard]] const Method* instanceMethod(const Class& info, const Selector& selector) noexcept {
+    if (info_ == &info && generation_ == detail::methodGeneration) [[likely]]
+      return method_;
+    return ask(info, selector);
+  }
+
+ private:
+  COMMANDFILTER_EXPORT const Method* ask(const Class& info, const Selector& selector) noexcept;
+
+  const Class* info_ = nullptr;
+  const Method* method_ = nullptr;
+  std::uint32_t generation_ = 0;
+};
 
 }  // namespace commandfilter

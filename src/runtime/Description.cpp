@@ -48,6 +48,10 @@ std::string descriptionOf(const Value& value) {
 
 Ref<String> describe(const Value& value) {
   if (auto* string = castTo<String>(value)) return Ref<String>(*string);
+  if (value.isNumber()) {
+    Number::TextRoom room;  // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    return make<String>(value.number().textIn(room));
+  }
   return String::create(descriptionOf(value));
 }
 

@@ -65,9 +65,9 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, std::str
   });
 }
 
-// A key that is no text against one that is. Apart from the look-up of texts, which would otherwise
-// make room for it whenever it begins.
-[[gnu::cold, gnu::noinline]] bool isEqualToText(const Value& candidate, const Value& key) {
+// A key against one that is no text, or written otherwise. Apart from the look-up of what is usual,
+// which would otherwise make room for it whenever it begins.
+[[gnu::cold, gnu::noinline]] bool isEqualToOther(const Value& candidate, const Value& key) {
   return equal(candidate, key);
 }
 
@@ -79,7 +79,7 @@ const DictionaryEntry* findText(const Entries& entries, const Index& index, cons
     if (candidate.object() == &text) return true;
     return candidate.isKind(ObjectKind::String)
                ? sameText(static_cast<const String&>(*candidate.object()).view(), text.view())
-               : isEqualToText(candidate, key);
+               : isEqualToOther(candidate, key);
   });
 }
 
@@ -91,11 +91,58 @@ const DictionaryEntry* findText(const Entries& entries, const Index& index, cons
   return entry != nullptr ? entry->value : kNil;
 }
 
-const Value& lookUp(const Entries& entries, const Index& index, const Value& key) {
-  if (!key.isKind(ObjectKind::String)) return valueForKey(entries, index, key);
+// The same for a number, which is mostly written as the key is.
+const DictionaryEntry* findNumber(const Entries& entries, const Index& index, const Value& key) {
+  return find(entries, index, key.number().hash(), [&key](const Value& candidate) {
+    return candidate.isIdenticalTo(key) || isEqualToOther(candidate, key);
+  });
+}
+
+[[gnu::noinline]] const Value& lookUp(const Entries& entries, const Index& index,
+                                      const Value& key) {
+  if (!key.isKind(ObjectKind::String)) {
+    if (!key.isNumber()) return valueForKey(entries, index, key);
+    const DictionaryEntry* entry = findNumber(entries, index, key);
+    return entry != nullptr ? entry->value : kNil;
+  }
   const std::size_t hash = static_cast<const String&>(*key.object()).hash();
   const DictionaryEntry* entry = findText(entries, index, key, hash);
   return entry != nullptr ? entry->value : kNil;
+}
+
+// The value for a short text, as most keys are, when that is found without a call; nullptr says
+// nothing. Twice, so that a few entries are looked at without a thought of tables.
+bool isShortKey(const DictionaryEntry& entry, const String& key, std::size_t hash) noexcept {
+  return entry.hash == hash && entry.key.isKind(ObjectKind::String) &&
+         key.isSameShortText(static_cast<const String&>(*entry.key.object()));
+}
+const Value* scanFor(const Entries& entries, const String& key) noexcept {
+  const std::size_t hash = key.knownHash();
+  if (hash == 0 || !key.isShort()) return nullptr;
+  for (const DictionaryEntry& entry : entries) {
+    if (isShortKey(entry, key, hash)) return &entry.value;
+  }
+  return nullptr;
+}
+const Value* probeFor(const Entries& entries, const Index& index, const String& key) noexcept {
+  const std::size_t hash = key.knownHash();
+  if (hash == 0 || !key.isShort()) return nullptr;
+  const std::size_t mask = index.size() - 1;
+  for (std::size_t slot = firstSlot(hash, mask); index[slot] != kFree; slot = (slot + 1) & mask) {
+    const DictionaryEntry& entry = entries[index[slot]];
+    if (isShortKey(entry, key, hash)) return &entry.value;
+  }
+  return nullptr;
+}
+
+[[gnu::always_inline]] inline const Value& valueFor(const Entries& entries, const Index& index,
+                                                    const Value& key) {
+  if (key.isKind(ObjectKind::String)) [[likely]] {
+    const auto& text = static_cast<const String&>(*key.object());
+    const Value* value = index.empty() ? scanFor(entries, text) : probeFor(entries, index, text);
+    if (value != nullptr) return *value;
+  }
+  return lookUp(entries, index, key);
 }
 
 // Enters the place of an entry along the probe sequence of its hash.
@@ -190,7 +237,7 @@ void Dictionary::appendDescription(std::string& text, int level) const {
 }
 
 const Value& Dictionary::objectForKey(const Value& key) const {
-  return lookUp(entries_, index_, key);
+  return valueFor(entries_, index_, key);
 }
 
 const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
@@ -206,6 +253,12 @@ void DictionaryBuilder::reserve(std::size_t count) {
 
 void DictionaryBuilder::set(Value key, Value value) {
   setEntry(entries_, index_, std::move(key), std::move(value));
+}
+
+void DictionaryBuilder::add(const DictionaryEntry& entry, Value value) {
+  assert(!value.isNil() && objectForKey(entry.key).isNil());
+  entries_.push_back({entry.key, std::move(value), entry.hash});
+  indexLastEntry(entries_, index_);
 }
 
 void Dictionary::set(Value key, Value value, OnlyReference /*proof*/) {
@@ -228,7 +281,7 @@ void DictionaryBuilder::set(std::string_view key, Value value) {
 }
 
 const Value& DictionaryBuilder::objectForKey(const Value& key) const {
-  return lookUp(entries_, index_, key);
+  return valueFor(entries_, index_, key);
 }
 
 void DictionaryBuilder::clear() noexcept {

@@ -79,6 +79,9 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   /// Sets the value for a key. A key that is there already keeps its place. Neither may be nil.
   /// @throws Exception for an object that cannot be a key.
   void set(Value key, Value value);
+  /// Adds a value under the key of another dictionary's entry, which is not there yet: nothing has
+  /// to be looked for. The value may not be nil.
+  void add(const DictionaryEntry& entry, Value value);
   /// Sets the value for a string key.
   void set(std::string_view key, Value value);
   /// The value set for a key, borrowed until the next change; nil when there is none.

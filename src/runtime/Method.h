@@ -21,6 +21,9 @@ struct Method {
   /// Calls the method. The receiver is of the class that the row belongs to, and there are as many
   /// arguments as `types` says; an object argument of the wrong kind arrives as nil.
   Value (*invoke)(const Value& receiver, std::span<const Value> arguments);
+  /// The same without values around receiver and argument, for a method that takes one object and
+  /// gives a value; nullptr for every other. Both are borrowed; the argument may be nil.
+  Value (*invokeWithObject)(Object& receiver, const Object* argument) = nullptr;
 };
 
 namespace detail {
@@ -97,6 +100,18 @@ struct PlainFunction<Result (*)(Arguments...)> : Signature<Result, Arguments...>
 template <typename Result, typename... Arguments>
 struct PlainFunction<Result (*)(Arguments...) noexcept> : Signature<Result, Arguments...> {};
 
+/// A function of an object, as receiver, and one more object, whose kind tells its class.
+template <typename Function>
+struct ObjectFunction {
+  static constexpr bool kIsOne = false;
+};
+template <typename T, HasObjectKind U>
+requires std::is_base_of_v<Object, T>
+struct ObjectFunction<Value (*)(T&, const U*)> {
+  static constexpr bool kIsOne = true;
+  using Argument = const U*;
+};
+
 [[noreturn]] COMMANDFILTER_EXPORT void throwNotConforming(const Value& receiver,
                                                           std::string_view protocol);
 
@@ -133,6 +148,21 @@ Value invokeInstance(const Value& receiver, std::span<const Value> arguments) {
 }
 
 template <auto Function>
+Value invokeWithObject(Object& receiver, const Object* argument) {
+  using Receiver = typename InstanceFunction<decltype(Function)>::Receiver;
+  using Argument = std::remove_pointer_t<typename ObjectFunction<decltype(Function)>::Argument>;
+  const bool isMeant = argument != nullptr && argument->objectKind() == Argument::kObjectKind;
+  return Function(static_cast<Receiver&>(receiver),
+                  isMeant ? static_cast<const Argument*>(argument) : nullptr);
+}
+
+template <auto Function>
+consteval auto objectInvoker() -> Value (*)(Object& receiver, const Object* argument) {
+  if constexpr (ObjectFunction<decltype(Function)>::kIsOne) return &invokeWithObject<Function>;
+  return nullptr;
+}
+
+template <auto Function>
 Value invokePlain(const Value& /*unused*/, std::span<const Value> arguments) {
   return PlainFunction<decltype(Function)>::call(Function, arguments);
 }
@@ -151,7 +181,8 @@ template <auto Function>
 [[nodiscard]] consteval Method method(std::string_view selector) {
   using Types = detail::InstanceFunction<decltype(Function)>;
   detail::checkColons<Types>(selector);
-  return Method{selector, Types::kTypes, &detail::invokeInstance<Function>};
+  return Method{selector, Types::kTypes, &detail::invokeInstance<Function>,
+                detail::objectInvoker<Function>()};
 }
 
 /// A row for a class method: a static member function or any other plain function.

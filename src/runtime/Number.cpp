@@ -111,19 +111,19 @@ std::size_t Number::hash() const noexcept {
   return std::isnan(real_) ? 0 : std::hash<double>{}(real_);
 }
 
-void Number::appendDescription(std::string& text) const {
-  char digits[32];
+std::string_view Number::textIn(TextRoom& room) const noexcept {
+  char* begin = room.data();
+  char* end = begin + room.size();
+  std::to_chars_result written{};
   if (isReal()) {
     // What C's "%0.16g" writes, but never with the decimal comma of a locale.
     constexpr int kPrecision = 16;
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), real_,
-                                   std::chars_format::general, kPrecision);
-    text.append(digits, end.ptr);
-    return;
+    written = std::to_chars(begin, end, real_, std::chars_format::general, kPrecision);
+  } else {
+    written = encoding_ == 'Q' ? std::to_chars(begin, end, unsigned_)
+                               : std::to_chars(begin, end, signed_);
   }
-  const auto end = encoding_ == 'Q' ? std::to_chars(std::begin(digits), std::end(digits), unsigned_)
-                                    : std::to_chars(std::begin(digits), std::end(digits), signed_);
-  text.append(digits, end.ptr);
+  return {begin, static_cast<std::size_t>(written.ptr - begin)};
 }
 
 }  // namespace commandfilter

@@ -1,11 +1,13 @@
 // Numbers with the encoding that they were made with.
 #pragma once
 
+#include <array>
 #include <compare>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "runtime/Export.h"
 
@@ -65,8 +67,15 @@ class COMMANDFILTER_EXPORT Number {
   /// stands before every other number, so that the order is total.
   [[nodiscard]] std::weak_ordering compare(const Number& other) const noexcept;
   [[nodiscard]] std::size_t hash() const noexcept;
-  /// Booleans as 1 and 0, integers in decimal, reals as C's "%0.16g".
-  void appendDescription(std::string& text) const;
+  /// Room for the text of any number.
+  using TextRoom = std::array<char, 32>;
+  /// Booleans as 1 and 0, integers in decimal, reals as C's "%0.16g"; written to `room`.
+  [[nodiscard]] std::string_view textIn(TextRoom& room) const noexcept;
+  /// Appends the same.
+  void appendDescription(std::string& text) const {
+    TextRoom room;  // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
+    text.append(textIn(room));
+  }
 
   friend bool operator==(const Number& left, const Number& right) noexcept {
     if (left.isSigned() && right.isSigned()) return left.signed_ == right.signed_;

@@ -3,7 +3,10 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -37,11 +40,23 @@ class COMMANDFILTER_EXPORT String final : public Object {
     if (hash_ == 0) hash_ = std::hash<std::string_view>{}(view());
     return hash_;
   }
+  /// The hash if it has been asked for already, otherwise 0.
+  [[nodiscard]] std::size_t knownHash() const noexcept { return hash_; }
   /// The text itself; inside a collection in double quotes where the old property-list form
   /// needs them.
   void appendDescription(std::string& text, int level) const override;
 
   [[nodiscard]] std::string_view view() const noexcept { return text_.view(); }
+  /// True for a text that isSameShortText() takes; most keys and names are.
+  [[nodiscard]] bool isShort() const noexcept { return text_.isShort(); }
+  /// True when the other text is the same as this short one.
+  [[nodiscard]] bool isSameShortText(const String& other) const noexcept {
+    return text_.isSameShortText(other.text_);
+  }
+  /// Eight bytes of the text; see TextBuffer.
+  [[nodiscard]] std::optional<std::uint64_t> wordAt(std::size_t begin) const noexcept {
+    return text_.wordAt(begin);
+  }
   /// A copy of the text.
   [[nodiscard]] std::string text() const { return std::string(view()); }
   /// NUL-terminated; ends early for a reader of C strings when the text contains NUL.
@@ -52,7 +67,7 @@ class COMMANDFILTER_EXPORT String final : public Object {
 
   /// Says that whoever asks holds the only reference to the string.
   class OnlyReference {
-    friend Ref<String> concatenateTexts(Value left, const Value& right);
+    friend Ref<String> concatenateTexts(Ref<String> left, std::span<const String* const> others);
     OnlyReference() = default;
   };
   /// Extends the text with well-formed UTF-8 that is not part of it.
@@ -67,12 +82,15 @@ class COMMANDFILTER_EXPORT String final : public Object {
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
-  friend Ref<String> concatenateTexts(Value left, const Value& right);
 
   explicit String(std::string_view text)
       : Object(ObjectKind::String, Holding::NoChain), text_(text) {}
-  String(std::string_view first, std::string_view second, std::size_t spare)
-      : Object(ObjectKind::String, Holding::NoChain), text_(first, second, spare) {}
+  /// The texts of several strings, which are so long together.
+  String(const String& first, std::span<const String* const> others, std::size_t size)
+      : Object(ObjectKind::String, Holding::NoChain), text_(size) {
+    char* place = TextBuffer::copy(first.view(), text_.begin());
+    for (const String* other : others) place = TextBuffer::copy(other->view(), place);
+  }
   ~String() override = default;
 
   TextBuffer text_;

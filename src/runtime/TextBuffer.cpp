@@ -37,23 +37,15 @@ void put(char* target, std::string_view text) noexcept {
 
 }  // namespace
 
-TextBuffer::TextBuffer(std::string_view first, std::string_view second, std::size_t spare)
-    : size_(first.size() + second.size()), capacity_(kInside), inside_{} {
-  if (size_ > kInside) {
-    capacity_ = capacityFor(size_ + spare);
-    outside_ = allocate(capacity_);
-  }
-  char* characters = writable();
-  put(characters, first);
-  put(characters + first.size(), second);
-  characters[size_] = '\0';
+void TextBuffer::makeRoomOutside() {
+  capacity_ = capacityFor(size_);
+  outside_ = allocate(capacity_);
 }
 
 void TextBuffer::putOutside(std::string_view text) {
-  capacity_ = capacityFor(text.size());
-  outside_ = allocate(capacity_);
+  makeRoomOutside();
   put(outside_, text);
-  outside_[text.size()] = '\0';
+  outside_[size_] = '\0';
 }
 
 void TextBuffer::release() noexcept { ObjectMemory::release(outside_, capacity_ + 1); }
@@ -68,7 +60,7 @@ void TextBuffer::append(std::string_view text) {
     capacity_ = capacity;
     outside_ = larger;
   }
-  char* characters = writable();
+  char* characters = begin();
   put(characters + size_, text);
   characters[size] = '\0';
   size_ = size;

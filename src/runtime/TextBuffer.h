@@ -1,9 +1,11 @@
 // The storage of texts.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "runtime/Export.h"
@@ -24,8 +26,10 @@ inline void putTwoWords(char* target, std::string_view text) noexcept {
   std::memcpy(target + lastPlace, &last, sizeof last);
 }
 
-// A text of at most 16 characters. Most texts are that short, and for those a call of the C library
-// would cost more than the copy.
+inline constexpr std::size_t kShortText = 16;
+
+// A text of at most kShortText characters. Most texts are that short, and for those a call of the C
+// library would cost more than the copy.
 inline void putShortText(char* target, std::string_view text) noexcept {
   if (text.size() >= sizeof(std::uint64_t)) {
     putTwoWords<std::uint64_t>(target, text);
@@ -51,8 +55,11 @@ class COMMANDFILTER_EXPORT TextBuffer {
       detail::putShortText(inside_, text);
     }
   }
-  /// Two texts as one, with room for so many more characters at least.
-  TextBuffer(std::string_view first, std::string_view second, std::size_t spare);
+  /// So many characters, which whoever makes it writes at once.
+  explicit TextBuffer(std::size_t size) : size_(size), capacity_(kInside), inside_{} {
+    if (size_ > kInside) makeRoomOutside();
+    begin()[size_] = '\0';
+  }
   TextBuffer(const TextBuffer&) = delete;
   TextBuffer& operator=(const TextBuffer&) = delete;
   ~TextBuffer() {
@@ -60,8 +67,33 @@ class COMMANDFILTER_EXPORT TextBuffer {
   }
 
   [[nodiscard]] std::string_view view() const noexcept { return {data(), size_}; }
+  [[nodiscard]] char* begin() noexcept { return isInside() ? inside_ : outside_; }
   [[nodiscard]] const char* data() const noexcept { return isInside() ? inside_ : outside_; }
 
+  /// Copies a text to where there is room for it; gives the place behind it.
+  static char* copy(std::string_view text, char* place) noexcept {
+    if (text.size() <= detail::kShortText) {
+      detail::putShortText(place, text);
+    } else {
+      std::memcpy(place, text.data(), text.size());
+    }
+    return place + text.size();
+  }
+  /// True for a text that is kept inside. No text becomes shorter, so its size tells.
+  [[nodiscard]] bool isShort() const noexcept { return size_ <= kInside; }
+  /// True when this text, a short one, and another are the same. Behind a short text are zeros, so
+  /// that two of a size are compared as a whole.
+  [[nodiscard]] bool isSameShortText(const TextBuffer& other) const noexcept {
+    return size_ == other.size_ && std::memcmp(inside_, other.inside_, sizeof inside_) == 0;
+  }
+  /// The eight bytes from `begin` on as they are in memory, zeros for those behind a short text;
+  /// none when these are not there to be read at once.
+  [[nodiscard]] std::optional<std::uint64_t> wordAt(std::size_t begin) const noexcept {
+    std::uint64_t word = 0;
+    if (begin + sizeof word > std::max(size_, sizeof inside_)) return std::nullopt;
+    std::memcpy(&word, data() + begin, sizeof word);
+    return word;
+  }
   /// Appends a text that is not part of this one.
   void append(std::string_view text);
 
@@ -69,7 +101,7 @@ class COMMANDFILTER_EXPORT TextBuffer {
   static constexpr std::size_t kInside = 15;
 
   [[nodiscard]] bool isInside() const noexcept { return capacity_ == kInside; }
-  [[nodiscard]] char* writable() noexcept { return isInside() ? inside_ : outside_; }
+  void makeRoomOutside();
   void putOutside(std::string_view text);
   void release() noexcept;
 

@@ -79,6 +79,14 @@ class Value {
     return adopting(const_cast<Object&>(*object));  // NOLINT: objects are handled as mutable
   }
 
+  /// Gives up the reference to an object, which must be a T, and is nil from then on.
+  template <typename T>
+  [[nodiscard]] Ref<T> take() noexcept {
+    assert(isObject());
+    tag_ = kNil;
+    return Ref<T>::adopt(static_cast<T&>(*word_.object));
+  }
+
   [[nodiscard]] bool isNil() const noexcept { return tag_ == kNil; }
   [[nodiscard]] bool isNull() const noexcept { return tag_ == kNull; }
   [[nodiscard]] bool isNumber() const noexcept { return tag_ > kObject; }

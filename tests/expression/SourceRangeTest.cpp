@@ -120,6 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
         FailingExpression{"(1 bitand \"a\") + 1", "Incorrect types for comparison operation",
                           "bitand"},
         FailingExpression{"(1 + @true) + (2 lt 3)", "Incorrect types for + operation", "+"},
+        FailingExpression{"\"a\" + 1 + @true", "Incorrect types for + operation", "+"},
         FailingExpression{"_Sort(1)", "Invalid args in Sort procedure", "_Sort"},
         FailingExpression{"_Array(1, _GetItem(1))", "Incorrect arguments number in GetItem()",
                           "_GetItem"},
@@ -133,6 +134,14 @@ INSTANTIATE_TEST_SUITE_P(
         FailingExpression{"1 #", "Incorrect token # at 3", "#"},
         FailingExpression{"1 foo ", "Incorrect operator at 6", " "},
         FailingExpression{"1 eq _GetSize({Bad} + {Bad}.worse)", "no such %path", "{Bad}.worse"}));
+
+// Operations that stand to the left of each other are performed together.
+TEST(ErrorPlaces, TellOneOperationFromTheNext) {
+  const Ref<TestContext> context = TestContext::create();
+  EXPECT_EQ(resultOf(R"("a" + "b" + @true + "c" + "d")", context), R"("cd")");
+  ASSERT_NE(context->lastError(), nullptr);
+  EXPECT_EQ(context->lastError()->sourceRange()->begin, std::string_view(R"("a" + "b" )").size());
+}
 
 TEST(ErrorPlaces, AreUnknownForAnExpressionWithoutATree) {
   const Ref<TestContext> context = TestContext::create();

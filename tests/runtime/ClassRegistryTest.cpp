@@ -92,6 +92,7 @@ TEST(ClassRegistry, ForgetsTheMethodsOfClassesThatAreGone) {
   static constexpr std::array kTwos{method<&two>("number"), method<&two>("more")};
   const Selector number("number");
   const Selector more("more");
+  RememberedMethod remembered;
   alignas(Class) std::array<std::byte, sizeof(Class)> memory{};
 
   const auto* first =
@@ -100,12 +101,16 @@ TEST(ClassRegistry, ForgetsTheMethodsOfClassesThatAreGone) {
     const auto registration = ClassRegistry::shared().add(std::span(&first, 1));
     EXPECT_EQ(first->instanceMethod(number), &kOnes[0]);
     EXPECT_EQ(first->instanceMethod(more), nullptr);
+    EXPECT_EQ(remembered.instanceMethod(*first, number), &kOnes[0]);
+    EXPECT_EQ(remembered.instanceMethod(Object::kClass, number), nullptr);
+    EXPECT_EQ(remembered.instanceMethod(*first, number), &kOnes[0]);
   }
   const auto* second =
       new (memory.data()) Class{.name = "Second", .base = &Object::kClass, .methods = kTwos};
   const auto registration = ClassRegistry::shared().add(std::span(&second, 1));
   EXPECT_EQ(second->instanceMethod(number), &kTwos[0]);
   EXPECT_EQ(second->instanceMethod(more), &kTwos[1]);
+  EXPECT_EQ(remembered.instanceMethod(*second, number), &kTwos[0]);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -109,6 +110,35 @@ TEST(Dictionary, FindsEveryKeyAtEverySize) {
     }
     EXPECT_TRUE(dictionary->objectForKey("key" + std::to_string(size)).isNil()) << size;
   }
+}
+
+// A key that is asked for again knows its hash, and a short one is compared at once.
+TEST(Dictionary, FindsTheSameKeyAgain) {
+  for (const std::size_t others : {0U, 20U}) {
+    for (const std::size_t length : {0U, 1U, 8U, 15U, 16U, 40U}) {
+      DictionaryBuilder builder;
+      for (std::size_t i = 0; i < others; ++i)
+        builder.set("key" + std::to_string(i), Value::null());
+      builder.set(std::string(length, 'a'), Number::integer(1));
+      const Ref<Dictionary> dictionary = builder.build();
+      const Value key = stringOf(std::string(length, 'a'));
+      const Value other = stringOf(std::string(length + 1, 'a'));
+      for (int round = 0; round < 3; ++round) {
+        EXPECT_TRUE(equal(dictionary->objectForKey(key), Number::integer(1))) << length;
+        EXPECT_TRUE(dictionary->objectForKey(other).isNil()) << length;
+      }
+    }
+  }
+}
+
+TEST(Dictionary, TakesEntriesOfAnotherInItsOrder) {
+  const Ref<Dictionary> from = numbered(20);
+  DictionaryBuilder builder;
+  for (const DictionaryEntry& entry : *from) builder.add(entry, Value::null());
+  const Ref<Dictionary> dictionary = builder.build();
+  ASSERT_EQ(dictionary->count(), 20U);
+  EXPECT_EQ(descriptionOf(std::next(dictionary->begin(), 19)->key), "key19");
+  EXPECT_TRUE(dictionary->objectForKey("key7").isNull());
 }
 
 TEST(Dictionary, FindsNumberKeysAcrossEncodings) {

@@ -7,6 +7,8 @@
 
 #include "TestObjects.h"
 #include "TestValues.h"
+#include "runtime/Array.h"
+#include "runtime/Comparison.h"
 
 namespace commandfilter {
 namespace {
@@ -62,6 +64,27 @@ TEST(Method, CallsAFunctionWithoutReceiver) {
   constexpr Method kRow = classMethod<&plain>("plain:");
   const Value argument = Number::real(5.5);
   EXPECT_EQ(kRow.invoke(Value(), {&argument, 1}).number().longValue(), 5);
+}
+
+Value firstOf(Greeter& /*receiver*/, const Array* array) {
+  return array != nullptr && array->count() != 0 ? (*array)[0] : Value::null();
+}
+Value anyOf(Greeter& /*receiver*/, const Object* /*object*/) { return {}; }
+
+// Without values around what is passed, when it is one object whose kind tells its class.
+TEST(Method, CallsAFunctionOfTwoObjectsDirectly) {
+  constexpr Method kRow = method<&firstOf>("firstOf:");
+  const Value greeter = testing::greeterNamed("Anna");
+  const Value array = testing::arrayOf({Number::integer(7)});
+  const Value text = testing::stringOf("a");
+  Object& receiver = *greeter.object();
+  EXPECT_TRUE(equal(kRow.invokeWithObject(receiver, array.object()), Number::integer(7)));
+  EXPECT_TRUE(kRow.invokeWithObject(receiver, text.object()).isNull());
+  EXPECT_TRUE(kRow.invokeWithObject(receiver, nullptr).isNull());
+  EXPECT_TRUE(equal(kRow.invoke(greeter, {&array, 1}), Number::integer(7)));
+  EXPECT_EQ(method<&anyOf>("anyOf:").invokeWithObject, nullptr);
+  EXPECT_EQ(method<&Greeter::greet>("greet:").invokeWithObject, nullptr);
+  EXPECT_EQ(method<&nothing>("nothing").invokeWithObject, nullptr);
 }
 
 TEST(Method, GivesNilForAFunctionWithoutResult) {

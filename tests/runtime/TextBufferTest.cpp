@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,17 +35,48 @@ TEST(TextBuffer, KeepsNUL) {
   EXPECT_EQ(buffer.data()[3], '\0');
 }
 
-TEST(TextBuffer, JoinsTwoTexts) {
-  for (const std::size_t first : {0U, 1U, 7U, 8U, 15U, 16U, 100U}) {
-    for (const std::size_t second : {0U, 1U, 7U, 8U, 15U, 16U, 100U}) {
-      for (const std::size_t spare : {0U, 32U, 1000U}) {
-        TextBuffer buffer(textOfSize(first), textOfSize(second), spare);
-        EXPECT_EQ(buffer.view(), textOfSize(first) + textOfSize(second));
-        buffer.append("end");
-        EXPECT_EQ(buffer.view(), textOfSize(first) + textOfSize(second) + "end");
-      }
+TEST(TextBuffer, IsWrittenPieceByPiece) {
+  for (const std::size_t first : {0U, 1U, 2U, 4U, 7U, 8U, 15U, 16U, 17U, 100U}) {
+    for (const std::size_t second : {0U, 1U, 2U, 4U, 7U, 8U, 15U, 16U, 17U, 100U}) {
+      TextBuffer buffer(first + second);
+      char* behind = TextBuffer::copy(textOfSize(first), buffer.begin());
+      EXPECT_EQ(TextBuffer::copy(textOfSize(second), behind), buffer.begin() + first + second);
+      EXPECT_EQ(buffer.view(), textOfSize(first) + textOfSize(second));
+      EXPECT_EQ(std::strlen(buffer.data()), first + second);
+      buffer.append("end");
+      EXPECT_EQ(buffer.view(), textOfSize(first) + textOfSize(second) + "end");
     }
   }
+}
+
+TEST(TextBuffer, ComparesShortTexts) {
+  for (std::size_t size = 0; size <= 20; ++size) {
+    TextBuffer grown("");
+    for (std::size_t i = 0; i < size; ++i) grown.append("a");
+    const TextBuffer whole(std::string(size, 'a'));
+    EXPECT_EQ(whole.isShort(), size < 16);
+    EXPECT_EQ(grown.isShort(), size < 16);
+    if (!whole.isShort()) continue;
+    EXPECT_TRUE(whole.isSameShortText(grown));
+    EXPECT_FALSE(whole.isSameShortText(TextBuffer(std::string(size + 1, 'a'))));
+    EXPECT_FALSE(whole.isSameShortText(TextBuffer(std::string(size, 'a') + '\0')));
+    if (size == 0) continue;
+    EXPECT_FALSE(whole.isSameShortText(TextBuffer(std::string(size - 1, 'a') + 'b')));
+  }
+}
+
+TEST(TextBuffer, GivesEightBytesAtOnceWhereTheyAre) {
+  const auto bytes = [](std::string_view text) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data(), text.size());
+    return word;
+  };
+  EXPECT_EQ(TextBuffer("abc").wordAt(0), bytes("abc"));
+  EXPECT_EQ(TextBuffer("abc").wordAt(3), 0U);
+  EXPECT_EQ(TextBuffer("abcdefghijklmno").wordAt(8), bytes("ijklmno"));
+  EXPECT_EQ(TextBuffer("abcdefghijklmno").wordAt(9), std::nullopt);
+  EXPECT_EQ(TextBuffer("abcdefghijklmnopqrst").wordAt(12), bytes("mnopqrst"));
+  EXPECT_EQ(TextBuffer("abcdefghijklmnopqrst").wordAt(13), std::nullopt);
 }
 
 TEST(TextBuffer, GrowsAtItsEnd) {

@@ -4,69 +4,75 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "TestValues.h"
 #include "runtime/Comparison.h"
+#include "runtime/SizeLimits.h"
 
 namespace commandfilter {
 namespace {
 
-using testing::reasonOf;
 using testing::stringOf;
 
-TEST(TextConcatenation, JoinsDescriptions) {
-  EXPECT_EQ(concatenateTexts(stringOf("a"), stringOf("b"))->view(), "ab");
-  EXPECT_EQ(concatenateTexts(Number::integer(1), Number::real(0.5))->view(), "10.5");
-  EXPECT_EQ(concatenateTexts(stringOf("a b"), testing::arrayOf({}))->view(), "a b(\n)");
-  EXPECT_EQ(concatenateTexts(Value::null(), stringOf("\u00E4"))->view(), "<null>\u00E4");
+// The texts of the strings as one.
+Ref<String> joined(Ref<String> left, const std::vector<Ref<String>>& others) {
+  std::vector<const String*> texts;
+  for (const Ref<String>& other : others) texts.push_back(other.get());
+  return concatenateTexts(std::move(left), texts);
 }
 
-TEST(TextConcatenation, TakesNilAsTheEmptyText) {
-  EXPECT_EQ(concatenateTexts(Value(), Value())->view(), "");
-  EXPECT_EQ(concatenateTexts(Value(), stringOf("b"))->view(), "b");
-  EXPECT_EQ(concatenateTexts(stringOf("a"), Value())->view(), "a");
+TEST(TextConcatenation, JoinsAnyNumberOfTexts) {
+  const Ref<String> left = String::create("a");
+  EXPECT_EQ(joined(left, {})->view(), "a");
+  EXPECT_EQ(joined(left, {String::create("\u00E4")})->view(), "a\u00E4");
+  EXPECT_EQ(joined(left, {String::create(""), String::create("b c d e f g h i j"), left})->view(),
+            "ab c d e f g h i ja");
 }
 
 TEST(TextConcatenation, ExtendsATextThatNobodyElseHolds) {
-  Value left = stringOf("a");
-  const Object* object = left.object();
-  const Ref<String> joined = concatenateTexts(std::move(left), stringOf("b"));
-  EXPECT_EQ(joined.get(), object);
-  EXPECT_EQ(joined->referenceCount(), 1U);
+  Ref<String> left = String::create("a");
+  const Object* object = left.get();
+  const Ref<String> result = joined(std::move(left), {String::create("b"), String::create("c")});
+  EXPECT_EQ(result->view(), "abc");
+  EXPECT_EQ(result.get(), object);
+  EXPECT_EQ(result->referenceCount(), 1U);
 }
 
 TEST(TextConcatenation, LeavesATextAloneThatSomebodyHolds) {
-  const Value left = stringOf("a");
-  const Value right = stringOf("b");
-  const Ref<String> joined = concatenateTexts(left, right);
-  EXPECT_EQ(joined->view(), "ab");
-  EXPECT_EQ(descriptionOf(left), "a");
-  EXPECT_EQ(descriptionOf(right), "b");
-  EXPECT_EQ(concatenateTexts(left, left)->view(), "aa");
-  EXPECT_EQ(descriptionOf(left), "a");
+  const Ref<String> left = String::create("a");
+  const Ref<String> right = String::create("b");
+  EXPECT_EQ(joined(left, {right})->view(), "ab");
+  EXPECT_EQ(left->view(), "a");
+  EXPECT_EQ(right->view(), "b");
+  EXPECT_EQ(joined(left, {left})->view(), "aa");
+  EXPECT_EQ(left->view(), "a");
 }
 
 TEST(TextConcatenation, ForgetsTheHashOfATextThatItExtends) {
-  Value left = stringOf("a");
-  static_cast<void>(hashOf(left));
-  const Value joined = concatenateTexts(std::move(left), stringOf("b"));
-  EXPECT_EQ(hashOf(joined), hashOf(stringOf("ab")));
-  EXPECT_TRUE(equal(joined, stringOf("ab")));
+  Ref<String> left = String::create("a");
+  static_cast<void>(left->hash());
+  const Value result = joined(std::move(left), {String::create("b")});
+  EXPECT_EQ(hashOf(result), hashOf(stringOf("ab")));
+  EXPECT_TRUE(equal(result, stringOf("ab")));
 }
 
-TEST(TextConcatenation, RaisesForWhatCannotBeDescribed) {
-  const Value deep = testing::nestedArrays(5000, Value::null());
-  EXPECT_EQ(reasonOf([&] { static_cast<void>(concatenateTexts(stringOf("a"), deep)); }),
-            "nested too deeply");
-  EXPECT_EQ(reasonOf([&] { static_cast<void>(concatenateTexts(deep, stringOf("a"))); }),
-            "nested too deeply");
+TEST(TextConcatenation, RaisesForATextThatIsTooLarge) {
+  const Ref<String> half = String::create(std::string(kLargestText / 2, 'a'));
+  EXPECT_EQ(joined(half, {half})->view().size(), kLargestText);
+  const Ref<String> one = String::create("b");
+  EXPECT_EQ(testing::reasonOf([&] {
+              static_cast<void>(joined(half, {half, one}));
+            }),
+            "a value is too large");
+  EXPECT_EQ(half->view().size(), kLargestText / 2);
 }
 
 TEST(TextConcatenation, BuildsALongTextPieceByPiece) {
-  Value text = stringOf("");
-  const Value piece = stringOf("0123456789");
-  for (int i = 0; i < 100'000; ++i) text = concatenateTexts(std::move(text), piece);
-  EXPECT_EQ(descriptionOf(text).size(), 1'000'000U);
+  Ref<String> text = String::create("");
+  const Ref<String> piece = String::create("0123456789");
+  for (int i = 0; i < 100'000; ++i) text = joined(std::move(text), {piece});
+  EXPECT_EQ(text->view().size(), 1'000'000U);
 }
 
 }  // namespace

@@ -82,6 +82,15 @@ TEST(Value, TakesOverAReferenceThatIsMoved) {
   EXPECT_EQ(third.object()->referenceCount(), 2U);
 }
 
+TEST(Value, GivesItsReferenceAway) {
+  Value value = String::create("a");
+  const Object* object = value.object();
+  const Ref<String> string = value.take<String>();
+  EXPECT_EQ(string.get(), object);
+  EXPECT_EQ(string->referenceCount(), 1U);
+  EXPECT_TRUE(value.isNil());
+}
+
 TEST(Value, LeavesNilBehindWhenItIsMoved) {
   Value first = String::create("text");
   const Object* object = first.object();

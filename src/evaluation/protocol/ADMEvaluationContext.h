@@ -60,11 +60,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   /// The same for the template's values.
   [[nodiscard]] virtual ADMNamedValues* templateValues() { return nullptr; }
 
-  /// The texts of both values as one string, nil as the empty text. A context that holds the left
-  /// text itself may extend it in place.
-  /// @throws Exception when a value is nested deeper than the stack allows.
-  virtual Ref<String> concatenate(Value left, const Value& right) {
-    return concatenateTexts(std::move(left), right);
+  /// A text and those that follow it as one string. A context that holds the left text itself may
+  /// extend it in place.
+  virtual Ref<String> concatenate(Ref<String> left, std::span<const String* const> others) {
+    return concatenateTexts(std::move(left), others);
   }
   /// The elements of the left array followed by those of the right one, or by the right value. A
   /// context that holds the left array itself may extend it in place.

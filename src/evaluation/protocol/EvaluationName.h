@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "evaluation/protocol/EvaluationSymbol.h"
+#include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Ref.h"
 #include "runtime/Selector.h"
@@ -29,6 +30,10 @@ class COMMANDFILTER_EXPORT EvaluationName {
   [[nodiscard]] std::string_view text() const noexcept { return textOf(string_.get()); }
   /// None when no selector can be made from the name.
   [[nodiscard]] const std::optional<Selector>& selector() const noexcept { return selector_; }
+  /// The method of a class for the selector; nullptr when there is none.
+  [[nodiscard]] const Method* methodOf(const Class& info) const noexcept {
+    return selector_ ? method_.instanceMethod(info, *selector_) : nullptr;
+  }
   /// What the name of a value is to the contexts.
   [[nodiscard]] EvaluationSymbol symbol() const noexcept { return symbol_; }
   /// Which argument of a macro the symbol `Argument` is.
@@ -42,6 +47,7 @@ class COMMANDFILTER_EXPORT EvaluationName {
   std::optional<Selector> selector_;
   EvaluationSymbol symbol_ = EvaluationSymbol::None;
   std::size_t argumentIndex_ = 0;
+  mutable RememberedMethod method_;
 };
 
 }  // namespace commandfilter
