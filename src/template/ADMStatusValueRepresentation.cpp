@@ -156,7 +156,7 @@ Value ADMStatusValueRepresentation::calculateDictionary(const Dictionary& valueI
   values.reserve(valueInfo.count());
   for (const DictionaryEntry& entry : valueInfo) {
     Value value = calculateValue(entry.value);
-    if (!value.isNil()) values.set(entry.key, std::move(value));
+    if (!value.isNil()) values.add(entry, std::move(value));
   }
   return values.count() != 0 ? Value(values.build()) : Value();
 }

@@ -80,16 +80,19 @@ ADMTemplateProcessor::initWithServiceCreator_configurationTemplate_inputParamete
 Value ADMTemplateProcessor::valueForKey(const String* key) {
   if (key == nullptr || key->isEmpty() || !servicesAvailable()) return {};
   KeyedRepresentation* keyed = keyedRepresentation(Value::sharing(key));
-  if (keyed == nullptr) return {};
-  if (!keyed->keptValue().isNil()) return keyed->keptValue().nullAsNil();
+  return keyed != nullptr ? valueOf(*keyed) : Value();
+}
+
+Value ADMTemplateProcessor::valueOf(KeyedRepresentation& keyed) {
+  if (!keyed.keptValue().isNil()) return keyed.keptValue().nullAsNil();
   // Values that name each other compute each other.
   StackGuard::check();
   Value value;
-  if (ADMStatusValueRepresentation* representation = keyed->representation().get()) {
+  if (ADMStatusValueRepresentation* representation = keyed.representation().get()) {
     representation->resetEvaluations();
     value = representation->representationData();
   }
-  keyed->keepValue(value);
+  keyed.keepValue(value);
   return value;
 }
 
@@ -179,9 +182,16 @@ RefPtr<Dictionary> ADMTemplateProcessor::entireInfo() {
   if (!valuesTemplate_) return nullptr;
   DictionaryBuilder values;
   values.reserve(valuesTemplate_->count());
+  inOrder_.resize(valuesTemplate_->count());
+  auto known = inOrder_.begin();
   for (const DictionaryEntry& entry : *valuesTemplate_) {
-    Value value = valueForKey(castTo<String>(entry.key));
-    if (!value.isNil()) values.set(entry.key, std::move(value));
+    KeyedRepresentation*& keyed = *known++;
+    const auto* key = castTo<String>(entry.key);
+    if (key == nullptr || key->isEmpty() || !servicesAvailable()) continue;
+    if (keyed == nullptr) keyed = keyedRepresentation(entry.key);
+    if (keyed == nullptr) continue;
+    Value value = valueOf(*keyed);
+    if (!value.isNil()) values.add(entry, std::move(value));
   }
   if (values.count() == 0) return nullptr;
   return values.build();

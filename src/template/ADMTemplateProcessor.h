@@ -85,6 +85,8 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessor final : public Object {
   /// The representation of a key with its value, borrowed; nullptr when the template describes
   /// none.
   [[nodiscard]] KeyedRepresentation* keyedRepresentation(const Value& key);
+  /// The value that was kept in the session, or else computed.
+  [[nodiscard]] Value valueOf(KeyedRepresentation& keyed);
   [[nodiscard]] RefPtr<ADMStatusValueRepresentation> makeRepresentation(const Dictionary& info);
 
   Ref<Dictionary> template_;
@@ -94,6 +96,8 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessor final : public Object {
   /// What computes each value, with the value that it gave in the session: the values' cache needs
   /// no look-up of its own.
   Ref<MutableDictionary> valueRepresentations_;
+  /// The same in the order of the template, borrowed; nullptr for those that nobody has asked for.
+  std::vector<KeyedRepresentation*> inOrder_;
   /// nil until it is asked for.
   RefPtr<Dictionary> globalConfiguration_;
   RefPtr<Dictionary> inputParameters_;

@@ -28,7 +28,9 @@ class ServiceQuestion {
   /// the message takes none.
   ServiceQuestion(const Selector& message, const Value& object) noexcept
       : message_(&message.name()) {
-    if (hasArgument(message) && !object.isNil()) setParts(std::span(&object, 1));
+    if (!hasArgument(message) || object.isNil()) return;
+    count_ = 1;
+    parts_[0] = object.object();
   }
 
   [[nodiscard]] static bool hasArgument(const Selector& message) noexcept {
@@ -57,7 +59,12 @@ class ServiceQuestion {
     constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
     return static_cast<std::size_t>((sum * kGoldenRatio) >> 40U);
   }
-  friend bool operator==(const ServiceQuestion&, const ServiceQuestion&) noexcept = default;
+  // Written out, because comparing arrays would call the C library for three words.
+  friend bool operator==(const ServiceQuestion& left, const ServiceQuestion& right) noexcept {
+    return left.message_ == right.message_ && left.count_ == right.count_ &&
+           left.parts_[0] == right.parts_[0] && left.parts_[1] == right.parts_[1] &&
+           left.parts_[2] == right.parts_[2];
+  }
 
  private:
   void setParts(std::span<const Value> parts) noexcept {
