@@ -11,13 +11,14 @@ constinit const Class ADMEvaluationBinaryOperationBase::kClass{
 
 bool ADMEvaluationBinaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
   RefPtr<ADMEvaluationItemBase> right = stack.take();
-  RefPtr<ADMEvaluationItemBase> left = stack.take();
   // What was taken is lost with the operator.
-  if (!left || !right) return false;
+  if (!right) return false;
+  RefPtr<ADMEvaluationItemBase> left = stack.exchangeTop(Ref<ADMEvaluationItemBase>(*this));
+  if (!left) return false;
   leftOperand_ = std::move(left);
   rightOperand_ = std::move(right);
   operandsChanged();
-  return ADMEvaluationItemBase::pushToStack(stack);
+  return true;
 }
 
 }  // namespace commandfilter

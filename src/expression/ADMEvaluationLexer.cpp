@@ -1,55 +1,8 @@
 #include "expression/ADMEvaluationLexer.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-#include <optional>
-#include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
-
-#include "expression/ADMEvaluationBinaryOperation.h"
-#include "expression/ADMEvaluationFeaturePath.h"
-#include "expression/ADMEvaluationGlobalConstant.h"
-#include "expression/ADMEvaluationGlobalValue.h"
-#include "expression/ADMEvaluationNonExecutable.h"
-#include "expression/ADMEvaluationNumber.h"
-#include "expression/ADMEvaluationOperatorProcedure.h"
-#include "expression/ADMEvaluationProcedure.h"
-#include "expression/ADMEvaluationSelector.h"
-#include "expression/ADMEvaluationString.h"
-#include "expression/ADMEvaluationUnaryOperation.h"
-#include "expression/LexicalClasses.h"
-#include "expression/SharedPath.h"
-#include "runtime/Number.h"
-#include "runtime/Text.h"
 
 namespace commandfilter {
-
-namespace {
-
-Number numberOf(const Token& token, const CodeUnits& units) {
-  constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
-  const bool isNegative = units[token.range.begin] == u'-';
-  const std::size_t first = token.range.begin + (isNegative ? 1 : 0);
-  // "0x" does not belong to the digits.
-  const int base = token.content.begin > first ? 16 : 10;
-  std::int64_t value = 0;
-  for (std::size_t i = token.content.begin; i < token.content.end; ++i) {
-    const char16_t unit = units[i];
-    const int digit = isDigitUnit(unit) ? unit - u'0' : (unit | 0x20) - u'a' + 10;
-    // A literal that is too large stops at the limit, and takes its sign from there.
-    if (value > (kLimit - digit) / base) {
-      value = kLimit;
-      break;
-    }
-    value = value * base + digit;
-  }
-  return Number::integer(isNegative ? -value : value);
-}
-
-}  // namespace
 
 constinit const Class ADMEvaluationLexer::kClass{.name = "ADMEvaluationLexer",
                                                  .base = &Object::kClass};
@@ -64,122 +17,18 @@ Ref<ADMEvaluationLexer> ADMEvaluationLexer::initWithExpressionString_evaluationC
   return make<ADMEvaluationLexer>(std::move(expression), std::move(context));
 }
 
-void ADMEvaluationLexer::recordFailure() {
-  const auto record = [this](std::string_view format, const auto&... arguments) {
-    const std::size_t position = reader_.position();
-    Ref<ADMEvaluationError> error = ADMEvaluationError::errorWithCategory_descriptionFormat(
-        ErrorCategory::Lexical, format, arguments..., position);
-    // The last unit read; behind the text when that was its end.
-    error->noteSourceRange({position - 1, position});
+bool ADMEvaluationLexer::nextToken(Token& token) {
+  if (reader_.next(token)) return true;
+  if (RefPtr<ADMEvaluationError> error = reader_.failure()) {
     context_->setLastError(std::move(error));
-  };
-  switch (reader_.failure()) {
-    case LexicalFailure::Token:
-      return record("Incorrect token %c at %d", static_cast<std::uint16_t>(reader_.failedUnit()));
-    case LexicalFailure::String:
-      return record("String parsing error at %d");
-    case LexicalFailure::Operator:
-      return record("Incorrect operator at %d");
-    case LexicalFailure::FeaturePath:
-    case LexicalFailure::None:
-      return;
   }
-}
-
-inline Ref<String> ADMEvaluationLexer::textOf(const SourceRange& range) const {
-  const std::optional<std::string_view> text = reader_.units().view(range.begin, range.end);
-  return text ? make<String>(*text) : convertedText(range);
-}
-
-Ref<String> ADMEvaluationLexer::convertedText(const SourceRange& range) const {
-  return make<String>(reader_.units().substring(range.begin, range.end));
+  return false;
 }
 
 RefPtr<ADMEvaluationItemBase> ADMEvaluationLexer::nextItem() {
   Token token;
   if (!nextToken(token)) return nullptr;
   return itemOf(token);
-}
-
-Ref<ADMEvaluationItemBase> ADMEvaluationLexer::itemOf(const Token& token) const {
-  Ref<ADMEvaluationItemBase> item = bareItemOf(token);
-  item->setSourceRange(token.range);
-  return item;
-}
-
-inline Ref<ADMEvaluationItemBase> ADMEvaluationLexer::bareItemOf(const Token& token) const {
-  switch (token.type) {
-    case ItemType::String:
-      return ADMEvaluationString::itemWithString(textOf(token.content));
-    case ItemType::Number:
-      return ADMEvaluationNumber::itemWithNumber(numberOf(token, reader_.units()));
-    case ItemType::GlobalConstant:
-      return ADMEvaluationGlobalConstant::itemWithName(textOf(token.content));
-    case ItemType::GlobalValue:
-      return ADMEvaluationGlobalValue::itemWithName(textOf(token.content));
-    case ItemType::Selector:
-      return ADMEvaluationSelector::itemWithSelectorName(textOf(token.content));
-    case ItemType::FeaturePath:
-      return featurePathOf(token);
-    case ItemType::ProcedureCall:
-      if (token.isMemberCall) {
-        return ADMEvaluationOperatorProcedure::itemWithProcedureName(textOf(token.content));
-      }
-      return ADMEvaluationProcedure::itemWithProcedureName(textOf(token.content));
-    case ItemType::Not:
-      return ADMEvaluationUnaryOperation::itemWithOperationType(token.type);
-    case ItemType::EmptyArguments:
-    case ItemType::OpeningBrace:
-    case ItemType::ClosingBrace:
-      return ADMEvaluationNonExecutable::itemWithItemType(token.type);
-    default:
-      return ADMEvaluationBinaryOperation::itemWithOperationType(token.type);
-  }
-}
-
-Ref<String> ADMEvaluationLexer::trimmedText(const SourceRange& range) const {
-  const CodeUnits& units = reader_.units();
-  const auto isNeverTrimmed = [&units](std::size_t at) {
-    return units[at] > u' ' && units[at] < 128;
-  };
-  if (!range.isEmpty() && isNeverTrimmed(range.begin) && isNeverTrimmed(range.end - 1)) {
-    return textOf(range);
-  }
-  return String::create(std::string(trimmed(units.substring(range.begin, range.end))));
-}
-
-Ref<ADMEvaluationItemBase> ADMEvaluationLexer::featurePathOf(const Token& token) const {
-  const std::optional<std::string_view> text =
-      reader_.units().view(token.content.begin, token.range.end);
-  if (!text) return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(componentsOf(token));
-  return ADMEvaluationFeaturePath::itemWithSharedPath(
-      SharedPath::pathFor(*text, [&] { return componentsOf(token); }));
-}
-
-Ref<Array> ADMEvaluationLexer::componentsOf(const Token& token) const {
-  const CodeUnits& units = reader_.units();
-  const std::size_t end = token.range.end;
-  SourceRange key;
-  std::size_t at = token.content.end + 1;
-  if (at < end && units[at] == u'[') {
-    key = {at + 1, units.findOrNull(u']', at + 1)};
-    at = key.end + 1;
-  }
-  std::vector<Value> components;
-  constexpr std::size_t kUsual = 3;
-  components.reserve(kUsual);
-  components.emplace_back(trimmedText(token.content));
-  // What remains begins with a full stop; one that nothing follows adds no component.
-  if (at + 1 < end) {
-    while (at < end) {
-      const std::size_t begin = at + 1;
-      at = std::min(units.skipWhile(begin, [](char16_t unit) { return unit != u'.'; }), end);
-      components.emplace_back(textOf({begin, at}));
-    }
-  }
-  // Where there is a key, it begins behind three units at least.
-  if (key.begin != 0) components.emplace_back(trimmedText(key));
-  return Array::create(std::move(components));
 }
 
 }  // namespace commandfilter

@@ -5,10 +5,9 @@
 
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
+#include "expression/ItemReader.h"
 #include "expression/ItemType.h"
 #include "expression/Token.h"
-#include "expression/TokenReader.h"
-#include "runtime/Array.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
 #include "runtime/Object.h"
@@ -32,18 +31,16 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   [[nodiscard]] RefPtr<ADMEvaluationItemBase> nextItem();
   /// The next item as a token, for who does not need each as an object. False at the end of the
   /// expression and after an error.
-  [[nodiscard]] bool nextToken(Token& token) {
-    if (reader_.next(token)) return true;
-    if (reader_.failure() != LexicalFailure::None) recordFailure();
-    return false;
-  }
+  [[nodiscard]] bool nextToken(Token& token);
   /// The item of a token of this lexer.
-  [[nodiscard]] Ref<ADMEvaluationItemBase> itemOf(const Token& token) const;
+  [[nodiscard]] Ref<ADMEvaluationItemBase> itemOf(const Token& token) const {
+    return reader_.itemOf(token);
+  }
 
   /// How many code units have been read, one more once the end has been read.
-  [[nodiscard]] std::size_t currentPosition() const noexcept { return reader_.position(); }
+  [[nodiscard]] std::size_t currentPosition() const noexcept { return reader_.tokens().position(); }
   /// The type of the item that was returned last.
-  [[nodiscard]] ItemType previousType() const noexcept { return reader_.previousType(); }
+  [[nodiscard]] ItemType previousType() const noexcept { return reader_.tokens().previousType(); }
 
  private:
   template <typename T, typename... Arguments>
@@ -52,17 +49,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationLexer final : public Object {
   ADMEvaluationLexer(Ref<String> expression, Ref<ADMEvaluationContext> context);
   ~ADMEvaluationLexer() override = default;
 
-  [[nodiscard]] Ref<ADMEvaluationItemBase> bareItemOf(const Token& token) const;
-  [[nodiscard]] Ref<ADMEvaluationItemBase> featurePathOf(const Token& token) const;
-  [[nodiscard]] Ref<Array> componentsOf(const Token& token) const;
-  [[nodiscard]] Ref<String> trimmedText(const SourceRange& range) const;
-  [[nodiscard]] Ref<String> textOf(const SourceRange& range) const;
-  // Of an expression that is not ASCII.
-  [[nodiscard, gnu::cold, gnu::noinline]] Ref<String> convertedText(const SourceRange& range) const;
-  void recordFailure();
-
   Ref<String> expressionString_;
-  TokenReader reader_;
+  ItemReader reader_;
   Ref<ADMEvaluationContext> context_;
 };
 

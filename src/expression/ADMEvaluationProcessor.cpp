@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "expression/ADMEvaluationLexer.h"
 #include "expression/ADMEvaluationStack.h"
 #include "expression/ADMEvaluationString.h"
+#include "expression/ItemReader.h"
 #include "expression/Token.h"
 #include "runtime/ObjectMemory.h"
 
@@ -39,30 +39,37 @@ class ErrorWatch {
 // Operators are tokens until they have their operands, and braces never become more.
 class Compilation {
  public:
-  Compilation(const Ref<String>& expression, const Ref<ADMEvaluationContext>& context)
-      : lexer_(ADMEvaluationLexer::initWithExpressionString_evaluationContext(expression, context)),
-        context_(context) {
+  Compilation(const Ref<String>& expression, ADMEvaluationContext& context)
+      : expression_(expression), context_(context), reader_(*expression) {
     constexpr std::size_t kUsual = 8;
     operators_.reserve(kUsual);
   }
 
   // The root of the tree; nil after an error.
   Item compile() {
-    Token token;
-    for (ItemType previous = ItemType::StartOfExpression; lexer_->nextToken(token);
-         previous = token.type) {
-      if (!acceptToken(token, previous)) return nullptr;
-    }
-    if (!finishOperators()) return nullptr;
-    Item root = operands_->take();
-    if (root && operands_->empty()) return root;
-    return fail("Incorrect Expression", std::nullopt);
+    Item root = compileTokens();
+    if (watch_) watch_->noteExpression(expression_);
+    return root;
   }
 
  private:
+  Item compileTokens() {
+    Token token;
+    for (ItemType previous = ItemType::StartOfExpression; reader_.next(token);
+         previous = token.type) {
+      if (!acceptToken(token, previous)) return nullptr;
+    }
+    // A lexical error ends the expression, and what was read before it stays.
+    if (RefPtr<ADMEvaluationError> error = reader_.failure()) record(std::move(error));
+    if (!finishOperators()) return nullptr;
+    Item root = operands_.take();
+    if (root && operands_.empty()) return root;
+    return fail("Incorrect Expression", std::nullopt);
+  }
+
   bool acceptToken(const Token& token, ItemType previous) {
     if (isOperand(token.type)) {
-      operands_->push(lexer_->itemOf(token));
+      operands_.push(reader_.itemOf(token));
       return true;
     }
     if (operators_.empty() || token.type == ItemType::OpeningBrace) {
@@ -80,7 +87,7 @@ class Compilation {
       empty.type = ItemType::EmptyArguments;
       empty.range = operators_.back().range.unitedWith(brace.range);
       operators_.pop_back();
-      operands_->push(lexer_->itemOf(empty));
+      operands_.push(reader_.itemOf(empty));
       return true;
     }
     while (!operators_.empty()) {
@@ -97,7 +104,7 @@ class Compilation {
     const bool elementLeftOut =
         token.type == ItemType::MakeList &&
         (previous == ItemType::OpeningBrace || previous == ItemType::MakeList);
-    if (elementLeftOut) operands_->push(ADMEvaluationString::itemWithString(nullptr));
+    if (elementLeftOut) operands_.push(ADMEvaluationString::itemWithString(nullptr));
     while (!operators_.empty() && operators_.back().type != ItemType::OpeningBrace &&
            codeOf(operators_.back().type) >= codeOf(token.type)) {
       applyOperator();
@@ -118,23 +125,31 @@ class Compilation {
 
   // Has the operator on top take its operands. One without is dropped, and what it took is lost.
   void applyOperator() {
-    const Ref<ADMEvaluationItemBase> item = lexer_->itemOf(operators_.back());
+    const Ref<ADMEvaluationItemBase> item = reader_.itemOf(operators_.back());
     operators_.pop_back();
-    item->pushToStack(*operands_);
+    item->pushToStack(operands_);
   }
 
   std::nullptr_t fail(std::string_view message, const std::optional<SourceRange>& range) {
     Ref<ADMEvaluationError> error =
         ADMEvaluationError::errorWithCategory_descriptionFormat(ErrorCategory::Structural, message);
     if (range) error->noteSourceRange(*range);
-    context_->setLastError(std::move(error));
+    record(std::move(error));
     return nullptr;
   }
 
-  Ref<ADMEvaluationLexer> lexer_;
-  const Ref<ADMEvaluationContext>& context_;
-  Ref<ADMEvaluationStack> operands_ = ADMEvaluationStack::create();
+  void record(RefPtr<ADMEvaluationError> error) {
+    if (!watch_) watch_.emplace(context_);
+    context_.setLastError(std::move(error));
+  }
+
+  const Ref<String>& expression_;
+  ADMEvaluationContext& context_;
+  ItemReader reader_;
+  ADMEvaluationStack operands_;
   std::vector<Token, ObjectAllocator<Token>> operators_;
+  // Since the first error; most compilations have none.
+  std::optional<ErrorWatch> watch_;
 };
 
 }  // namespace
@@ -145,7 +160,7 @@ constinit const Class ADMEvaluationProcessor::kClass{.name = "ADMEvaluationProce
 ADMEvaluationProcessor::ADMEvaluationProcessor(Ref<String> expression,
                                                Ref<ADMEvaluationContext> context)
     : context_(std::move(context)), expressionString_(std::move(expression)) {
-  compileExpression(expressionString_);
+  compile();
 }
 
 Ref<ADMEvaluationProcessor> ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
@@ -156,9 +171,13 @@ Ref<ADMEvaluationProcessor> ADMEvaluationProcessor::processorWithExpressionStrin
 void ADMEvaluationProcessor::compileExpression(const Ref<String>& expression) {
   if (rootItem_) return;
   expressionString_ = expression;
-  const ErrorWatch watch(*context_);
-  rootItem_ = Compilation(expression, context_).compile();
-  watch.noteExpression(expression);
+  compile();
+}
+
+void ADMEvaluationProcessor::compile() {
+  // Held, whatever becomes of the processor's own while an error is recorded.
+  const Ref<String> expression = expressionString_;
+  rootItem_ = Compilation(expression, *context_).compile();
 }
 
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {

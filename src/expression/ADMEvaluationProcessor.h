@@ -53,6 +53,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcessor final : public Object {
   ADMEvaluationProcessor(Ref<String> expression, Ref<ADMEvaluationContext> context);
   ~ADMEvaluationProcessor() override = default;
 
+  void compile();
+
   RefPtr<ADMEvaluationItemBase> rootItem_;
   Ref<ADMEvaluationContext> context_;
   Ref<String> expressionString_;

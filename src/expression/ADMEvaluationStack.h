@@ -19,6 +19,9 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   static const Class kClass;
 
   [[nodiscard]] static Ref<ADMEvaluationStack> create();
+  /// A stack in place, for who shares it with nobody and makes no reference to it.
+  ADMEvaluationStack();
+  ~ADMEvaluationStack() override = default;
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// "Stack: " and the elements as an array.
@@ -49,6 +52,13 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   void push(Ref<T> item) {
     elements_.push_back(std::move(item));
   }
+  /// Puts the item in the place of the top, which is the result; nil, and does nothing, when the
+  /// stack is empty.
+  [[nodiscard]] RefPtr<ADMEvaluationItemBase> exchangeTop(
+      Ref<ADMEvaluationItemBase> item) noexcept {
+    if (elements_.empty()) return nullptr;
+    return std::exchange(elements_.back(), std::move(item));
+  }
   /// Lets the item put itself on top, operators with what they take from the stack as operands.
   /// False for nil and for an operator whose operands are missing.
   bool pushWithSubtreeCreation(const RefPtr<ADMEvaluationItemBase>& item) {
@@ -56,12 +66,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   }
 
  private:
-  template <typename T, typename... Arguments>
-  friend Ref<T> make(Arguments&&... arguments);
-
-  ADMEvaluationStack();
-  ~ADMEvaluationStack() override = default;
-
   std::vector<Ref<ADMEvaluationItemBase>, ObjectAllocator<Ref<ADMEvaluationItemBase>>> elements_;
 };
 

@@ -10,11 +10,11 @@ constinit const Class ADMEvaluationUnaryOperationBase::kClass{
     .name = "ADMEvaluationUnaryOperationBase", .base = &ADMEvaluationItemBase::kClass};
 
 bool ADMEvaluationUnaryOperationBase::pushToStack(ADMEvaluationStack& stack) {
-  RefPtr<ADMEvaluationItemBase> operand = stack.take();
+  RefPtr<ADMEvaluationItemBase> operand = stack.exchangeTop(Ref<ADMEvaluationItemBase>(*this));
   if (!operand) return false;
   operand_ = std::move(operand);
   operandsChanged();
-  return ADMEvaluationItemBase::pushToStack(stack);
+  return true;
 }
 
 }  // namespace commandfilter

@@ -1,6 +1,7 @@
 // A text as 16-bit code units.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -24,7 +25,15 @@ class COMMANDFILTER_EXPORT CodeUnits {
   /// is none.
   template <typename Belongs>
   [[nodiscard]] std::size_t skipWhile(std::size_t start, Belongs belongs) const noexcept {
-    return skipWhile(start, length_, belongs);
+    if (start >= length_) return start;
+    if (!isASCII_) {
+      return offsetOf(std::find_if_not(&wide_[start], &wide_[length_], belongs), wide_.data());
+    }
+    const auto byteBelongs = [&belongs](char byte) {
+      return belongs(static_cast<unsigned char>(byte));
+    };
+    const char* const text = text_.data();
+    return offsetOf(std::find_if_not(text + start, text + length_, byteBelongs), text);
   }
   /// The offset of the first unit at or after `start` that is `unit` or 0; the length when there is
   /// none.
@@ -40,17 +49,9 @@ class COMMANDFILTER_EXPORT CodeUnits {
   }
 
  private:
-  // The same up to `end`, which is what it gives when there is none.
-  template <typename Belongs>
-  [[nodiscard]] std::size_t skipWhile(std::size_t start, std::size_t end,
-                                      Belongs belongs) const noexcept {
-    std::size_t offset = start;
-    if (isASCII_) {
-      while (offset < end && belongs(static_cast<unsigned char>(text_[offset]))) ++offset;
-    } else {
-      while (offset < end && belongs(wide_[offset])) ++offset;
-    }
-    return offset;
+  template <typename Unit>
+  [[nodiscard]] static std::size_t offsetOf(const Unit* place, const Unit* first) noexcept {
+    return static_cast<std::size_t>(place - first);
   }
 
   std::string_view text_;

@@ -21,7 +21,9 @@ inline void TokenReader::putCharBack() noexcept {
 }
 
 inline void TokenReader::skipWhitespaces() noexcept {
-  if (position_ < units_.length()) position_ = units_.skipWhile(position_, isBlankUnit);
+  if (position_ < units_.length() && isBlankUnit(units_[position_])) {
+    position_ = units_.skipWhile(position_ + 1, isBlankUnit);
+  }
 }
 
 void TokenReader::applyTerminator(char16_t unit) noexcept {
