@@ -49,9 +49,16 @@ Number numberOf(const Token& token, const CodeUnits& units) {
   return Number::integer(isNegative ? -value : value);
 }
 
+// The item of the token, which knows its place.
+template <typename Item>
+Ref<ADMEvaluationItemBase> placed(Ref<Item> item, const Token& token) {
+  item->setSourceRange(token.range);
+  return item;
+}
+
 }  // namespace
 
-RefPtr<ADMEvaluationError> ItemReader::failure() const {
+RefPtr<ADMEvaluationError> ItemReader::newError() const {
   const std::size_t position = reader_.position();
   const auto errorAt = [position](std::string_view format, const auto&... arguments) {
     Ref<ADMEvaluationError> error = ADMEvaluationError::errorWithCategory_descriptionFormat(
@@ -83,39 +90,47 @@ Ref<String> ItemReader::convertedText(const SourceRange& range) const {
   return make<String>(reader_.units().substring(range.begin, range.end));
 }
 
-Ref<ADMEvaluationItemBase> ItemReader::itemOf(const Token& token) const {
-  Ref<ADMEvaluationItemBase> item = bareItemOf(token);
-  item->setSourceRange(token.range);
-  return item;
+template <auto kMake>
+Ref<ADMEvaluationItemBase> ItemReader::namedItemOf(const Token& token) const {
+  return placed(kMake(textOf(token.content)), token);
 }
 
-inline Ref<ADMEvaluationItemBase> ItemReader::bareItemOf(const Token& token) const {
+template <auto kMake>
+Ref<ADMEvaluationItemBase> ItemReader::typedItemOf(const Token& token) {
+  return placed(kMake(token.type), token);
+}
+
+Ref<ADMEvaluationItemBase> ItemReader::numberItemOf(const Token& token) const {
+  return placed(ADMEvaluationNumber::itemWithNumber(numberOf(token, reader_.units())), token);
+}
+
+Ref<ADMEvaluationItemBase> ItemReader::itemOf(const Token& token) const {
   switch (token.type) {
     case ItemType::String:
-      return ADMEvaluationString::itemWithString(textOf(token.content));
+      return namedItemOf<&ADMEvaluationString::itemWithString>(token);
     case ItemType::Number:
-      return ADMEvaluationNumber::itemWithNumber(numberOf(token, reader_.units()));
+      return numberItemOf(token);
     case ItemType::GlobalConstant:
-      return ADMEvaluationGlobalConstant::itemWithName(textOf(token.content));
+      return namedItemOf<&ADMEvaluationGlobalConstant::itemWithName>(token);
     case ItemType::GlobalValue:
-      return ADMEvaluationGlobalValue::itemWithName(textOf(token.content));
+      return namedItemOf<&ADMEvaluationGlobalValue::itemWithName>(token);
     case ItemType::Selector:
-      return ADMEvaluationSelector::itemWithSelectorName(textOf(token.content));
+      return namedItemOf<&ADMEvaluationSelector::itemWithSelectorName>(token);
     case ItemType::FeaturePath:
       return featurePathOf(token);
     case ItemType::ProcedureCall:
       if (token.isMemberCall) {
-        return ADMEvaluationOperatorProcedure::itemWithProcedureName(textOf(token.content));
+        return namedItemOf<&ADMEvaluationOperatorProcedure::itemWithProcedureName>(token);
       }
-      return ADMEvaluationProcedure::itemWithProcedureName(textOf(token.content));
+      return namedItemOf<&ADMEvaluationProcedure::itemWithProcedureName>(token);
     case ItemType::Not:
-      return ADMEvaluationUnaryOperation::itemWithOperationType(token.type);
+      return typedItemOf<&ADMEvaluationUnaryOperation::itemWithOperationType>(token);
     case ItemType::EmptyArguments:
     case ItemType::OpeningBrace:
     case ItemType::ClosingBrace:
-      return ADMEvaluationNonExecutable::itemWithItemType(token.type);
+      return typedItemOf<&ADMEvaluationNonExecutable::itemWithItemType>(token);
     default:
-      return ADMEvaluationBinaryOperation::itemWithOperationType(token.type);
+      return typedItemOf<&ADMEvaluationBinaryOperation::itemWithOperationType>(token);
   }
 }
 
@@ -133,9 +148,12 @@ Ref<String> ItemReader::trimmedText(const SourceRange& range) const {
 Ref<ADMEvaluationItemBase> ItemReader::featurePathOf(const Token& token) const {
   const std::optional<std::string_view> text =
       reader_.units().view(token.content.begin, token.range.end);
-  if (!text) return ADMEvaluationFeaturePath::itemWithFeaturePathComponents(componentsOf(token));
-  return ADMEvaluationFeaturePath::itemWithSharedPath(
-      SharedPath::pathFor(*text, [&] { return componentsOf(token); }));
+  if (!text) {
+    return placed(ADMEvaluationFeaturePath::itemWithFeaturePathComponents(componentsOf(token)),
+                  token);
+  }
+  Ref<SharedPath> path = SharedPath::pathFor(*text, [&] { return componentsOf(token); });
+  return placed(ADMEvaluationFeaturePath::itemWithSharedPath(std::move(path)), token);
 }
 
 Ref<Array> ItemReader::componentsOf(const Token& token) const {

@@ -26,12 +26,22 @@ class COMMANDFILTER_EXPORT ItemReader {
   [[nodiscard]] Ref<ADMEvaluationItemBase> itemOf(const Token& token) const;
   /// A new error about why there was no token; nil at the end of the expression, and after a
   /// feature path without an end, which is no error.
-  [[nodiscard]] RefPtr<ADMEvaluationError> failure() const;
+  [[nodiscard]] RefPtr<ADMEvaluationError> failure() const {
+    if (reader_.failure() == LexicalFailure::None) return nullptr;
+    return newError();
+  }
   [[nodiscard]] const TokenReader& tokens() const noexcept { return reader_; }
 
  private:
-  [[nodiscard]] Ref<ADMEvaluationItemBase> bareItemOf(const Token& token) const;
-  [[nodiscard]] Ref<ADMEvaluationItemBase> featurePathOf(const Token& token) const;
+  [[nodiscard]] RefPtr<ADMEvaluationError> newError() const;
+  // Each kind of item apart, so that one does not save the registers that another needs. The
+  // factory makes the item of the token's text or of its type.
+  template <auto kMake>
+  [[nodiscard, gnu::noinline]] Ref<ADMEvaluationItemBase> namedItemOf(const Token& token) const;
+  template <auto kMake>
+  [[nodiscard, gnu::noinline]] static Ref<ADMEvaluationItemBase> typedItemOf(const Token& token);
+  [[nodiscard, gnu::noinline]] Ref<ADMEvaluationItemBase> numberItemOf(const Token& token) const;
+  [[nodiscard, gnu::noinline]] Ref<ADMEvaluationItemBase> featurePathOf(const Token& token) const;
   [[nodiscard]] Ref<Array> componentsOf(const Token& token) const;
   [[nodiscard]] Ref<String> trimmedText(const SourceRange& range) const;
   [[nodiscard]] Ref<String> textOf(const SourceRange& range) const;

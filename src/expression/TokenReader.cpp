@@ -10,6 +10,17 @@
 
 namespace commandfilter {
 
+namespace {
+
+// The character classes as objects: a loop over the units takes these in, and would call functions.
+constexpr auto kIsBlank = [](char16_t unit) { return isBlankUnit(unit); };
+constexpr auto kIsLetter = [](char16_t unit) { return isLetterUnit(unit); };
+constexpr auto kIsOfName = [](char16_t unit) { return isNameUnit(unit); };
+constexpr auto kIsOfSelector = [](char16_t unit) { return unit == u':' || isNameUnit(unit); };
+constexpr auto kIsOfPath = [](char16_t unit) { return unit == u'.' || isNameUnit(unit); };
+
+}  // namespace
+
 inline char16_t TokenReader::nextChar() noexcept {
   if (position_ < units_.length()) return units_[position_++];
   if (position_ == units_.length()) ++position_;
@@ -22,7 +33,7 @@ inline void TokenReader::putCharBack() noexcept {
 
 inline void TokenReader::skipWhitespaces() noexcept {
   if (position_ < units_.length() && isBlankUnit(units_[position_])) {
-    position_ = units_.skipWhile(position_ + 1, isBlankUnit);
+    position_ = units_.skipWhile(position_ + 1, kIsBlank);
   }
 }
 
@@ -56,33 +67,30 @@ bool TokenReader::fail(LexicalFailure failure, char16_t unit) noexcept {
   return false;
 }
 
-bool TokenReader::next(Token& token) {
-  failure_ = LexicalFailure::None;
-  skipWhitespaces();
-  token.range.begin = position_;
-  if (!readToken(token)) return false;
-  previousType_ = token.type;
-  return true;
-}
-
-inline bool TokenReader::readOne(Token& token, ItemType type) noexcept {
+inline bool TokenReader::accept(Token& token, ItemType type, std::size_t end) noexcept {
   token.type = type;
-  token.range.end = position_;
+  token.range.end = end;
+  previousType_ = type;
   return true;
 }
 
 template <typename Belongs>
-inline bool TokenReader::readName(Token& token, ItemType type, Belongs belongs) noexcept {
-  token.type = type;
+bool TokenReader::readName(Token& token, ItemType type, Belongs belongs) noexcept {
   token.content.begin = position_;
   token.content.end = readWhile(belongs);
-  token.range.end = token.content.end;
-  return true;
+  return accept(token, type, token.content.end);
 }
 
-inline bool TokenReader::readToken(Token& token) {
-  const char16_t unit = nextChar();
-  switch (tokenStartOf(unit)) {
+bool TokenReader::next(Token& token) {
+  failure_ = LexicalFailure::None;
+  char16_t unit = 0;
+  TokenStart start = TokenStart::Blank;
+  do {
+    token.range.begin = position_;
+    unit = nextChar();
+    start = tokenStartOf(unit);
+  } while (start == TokenStart::Blank);
+  switch (start) {
     case TokenStart::EndOfExpression:
       return false;
     case TokenStart::Word:
@@ -94,37 +102,41 @@ inline bool TokenReader::readToken(Token& token) {
     case TokenStart::String:
       return readString(token);
     case TokenStart::GlobalConstant:
-      return readName(token, ItemType::GlobalConstant, isNameUnit);
+      return readName(token, ItemType::GlobalConstant, kIsOfName);
     case TokenStart::OpeningBrace:
-      return readOne(token, ItemType::OpeningBrace);
+      return accept(token, ItemType::OpeningBrace, position_);
     case TokenStart::ClosingBrace:
-      return readOne(token, ItemType::ClosingBrace);
+      return accept(token, ItemType::ClosingBrace, position_);
     case TokenStart::Selector:
-      return readName(token, ItemType::Selector,
-                      [](char16_t c) { return c == u':' || isNameUnit(c); });
+      return readName(token, ItemType::Selector, kIsOfSelector);
     case TokenStart::GlobalValue:
       return readGlobalName(token);
     case TokenStart::Procedure:
       token.isMemberCall = isOperand(previousType_) || previousType_ == ItemType::ClosingBrace;
-      return readName(token, ItemType::ProcedureCall, isNameUnit);
+      return readName(token, ItemType::ProcedureCall, kIsOfName);
     case TokenStart::FeaturePath:
       return readIdentifiersPath(token);
     case TokenStart::Symbol:
-      return readOne(token, typeOfSymbol(unit));
+      return accept(token, typeOfSymbol(unit), position_);
+    case TokenStart::Unclassified:
+      return readUnclassified(token, unit);
+    case TokenStart::Blank:
     case TokenStart::Incorrect:
       break;
   }
   return fail(LexicalFailure::Token, unit);
 }
 
+bool TokenReader::readUnclassified(Token& token, char16_t unit) {
+  return isLetterUnit(unit) ? readOperator(token) : fail(LexicalFailure::Token, unit);
+}
+
 bool TokenReader::readNotOrUnequal(Token& token) noexcept {
   const std::size_t end = position_;
   skipWhitespaces();
-  if (nextChar() == u'=') return readOne(token, ItemType::NotEqual);
+  if (nextChar() == u'=') return accept(token, ItemType::NotEqual, position_);
   putCharBack();
-  token.type = ItemType::Not;
-  token.range.end = end;
-  return true;
+  return accept(token, ItemType::Not, end);
 }
 
 bool TokenReader::readNumber(Token& token, char16_t unit) noexcept {
@@ -146,52 +158,46 @@ bool TokenReader::readNumber(Token& token, char16_t unit) noexcept {
   const std::size_t end = position_ - 1;
   if (end == start) return fail(LexicalFailure::Token, unit);
   applyTerminator(unit);
-  token.type = ItemType::Number;
   token.content = {start, end};
-  token.range.end = end;
-  return true;
+  return accept(token, ItemType::Number, end);
 }
 
 bool TokenReader::readString(Token& token) noexcept {
-  token.type = ItemType::String;
   token.content.begin = position_;
   token.content.end = readTo(u'"');
-  token.range.end = position_;
-  return endsWith(token.content.end, u'"') || fail(LexicalFailure::String);
+  if (!endsWith(token.content.end, u'"')) return fail(LexicalFailure::String);
+  return accept(token, ItemType::String, position_);
 }
 
 bool TokenReader::readGlobalName(Token& token) noexcept {
-  token.type = ItemType::GlobalValue;
   token.content.begin = position_;
   token.content.end = readTo(u']');
-  token.range.end = std::min(position_, units_.length());
-  return true;
+  return accept(token, ItemType::GlobalValue, std::min(position_, units_.length()));
 }
 
 bool TokenReader::readIdentifiersPath(Token& token) noexcept {
-  token.type = ItemType::FeaturePath;
   token.content.begin = position_;
   token.content.end = readTo(u'}');
   if (!endsWith(token.content.end, u'}')) return fail(LexicalFailure::FeaturePath);
-  token.range.end = position_;
+  std::size_t end = position_;
   char16_t unit = nextChar();
   if (unit == u'[') {
     const std::size_t keyEnd = readTo(u']');
     if (!endsWith(keyEnd, u']')) return fail(LexicalFailure::FeaturePath);
-    token.range.end = position_;
+    end = position_;
     unit = nextChar();
   }
   if (unit == u'.') {
-    token.range.end = readWhile([](char16_t c) { return c == u'.' || isNameUnit(c); });
+    end = readWhile(kIsOfPath);
   } else {
     applyTerminator(unit);
   }
-  return true;
+  return accept(token, ItemType::FeaturePath, end);
 }
 
 bool TokenReader::readOperator(Token& token) {
   const std::size_t begin = token.range.begin;
-  const std::size_t end = readWhile(isLetterUnit);
+  const std::size_t end = readWhile(kIsLetter);
   if (end < units_.length() && units_[end] == 0) {
     // The end of the input makes the rest of the expression the word, and no word has that unit.
     position_ = end + 1;
@@ -201,9 +207,7 @@ bool TokenReader::readOperator(Token& token) {
   const std::optional<ItemType> type =
       typeOfWord(word ? *word : std::string_view(units_.substring(begin, end)));
   if (!type) return fail(LexicalFailure::Operator);
-  token.type = *type;
-  token.range.end = end;
-  return true;
+  return accept(token, *type, end);
 }
 
 }  // namespace commandfilter

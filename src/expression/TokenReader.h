@@ -58,16 +58,17 @@ class COMMANDFILTER_EXPORT TokenReader {
   /// True when the closing unit stands there.
   [[nodiscard]] bool endsWith(std::size_t end, char16_t closing) const noexcept;
 
-  bool readToken(Token& token);
-  bool readOne(Token& token, ItemType type) noexcept;
+  bool accept(Token& token, ItemType type, std::size_t end) noexcept;
+  // Each apart from `next`, which saves no registers then for tokens of one character.
   template <typename Belongs>
-  bool readName(Token& token, ItemType type, Belongs belongs) noexcept;
-  bool readNotOrUnequal(Token& token) noexcept;
-  bool readNumber(Token& token, char16_t unit) noexcept;
-  bool readOperator(Token& token);
-  bool readGlobalName(Token& token) noexcept;
-  bool readString(Token& token) noexcept;
-  bool readIdentifiersPath(Token& token) noexcept;
+  [[gnu::noinline]] bool readName(Token& token, ItemType type, Belongs belongs) noexcept;
+  [[gnu::noinline]] bool readUnclassified(Token& token, char16_t unit);
+  [[gnu::noinline]] bool readNotOrUnequal(Token& token) noexcept;
+  [[gnu::noinline]] bool readNumber(Token& token, char16_t unit) noexcept;
+  [[gnu::noinline]] bool readOperator(Token& token);
+  [[gnu::noinline]] bool readGlobalName(Token& token) noexcept;
+  [[gnu::noinline]] bool readString(Token& token) noexcept;
+  [[gnu::noinline]] bool readIdentifiersPath(Token& token) noexcept;
   bool fail(LexicalFailure failure, char16_t unit = 0) noexcept;
 
   CodeUnits units_;

@@ -13,6 +13,8 @@ namespace commandfilter {
 enum class TokenStart : std::uint8_t {
   Incorrect,
   EndOfExpression,
+  /// None: a blank in front of the token.
+  Blank,
   Word,
   Number,
   NotOrUnequal,
@@ -25,6 +27,8 @@ enum class TokenStart : std::uint8_t {
   Procedure,
   FeaturePath,
   Symbol,
+  /// A letter, or incorrect: a unit that has no place in the table.
+  Unclassified,
 };
 
 namespace detail {
@@ -33,6 +37,7 @@ constexpr std::array<TokenStart, kClassified> tokenStarts() {
   std::array<TokenStart, kClassified> starts{};
   for (std::size_t c = 0; c < starts.size(); ++c) {
     const auto unit = static_cast<char16_t>(c);
+    if (isOfClass(unit, kBlankClass)) starts[c] = TokenStart::Blank;
     if (isOfClass(unit, kLetterClass)) starts[c] = TokenStart::Word;
     if (isOfClass(unit, kDigitClass)) starts[c] = TokenStart::Number;
   }
@@ -56,9 +61,8 @@ inline constexpr std::array<TokenStart, kClassified> kTokenStarts = tokenStarts(
 
 }  // namespace detail
 
-[[nodiscard]] inline TokenStart tokenStartOf(char16_t unit) noexcept {
-  if (unit < detail::kClassified) return detail::kTokenStarts[unit];
-  return isLetterUnit(unit) ? TokenStart::Word : TokenStart::Incorrect;
+[[nodiscard]] constexpr TokenStart tokenStartOf(char16_t unit) noexcept {
+  return unit < detail::kClassified ? detail::kTokenStarts[unit] : TokenStart::Unclassified;
 }
 
 }  // namespace commandfilter
