@@ -62,14 +62,14 @@ class Compilation {
     // A lexical error ends the expression, and what was read before it stays.
     if (RefPtr<ADMEvaluationError> error = reader_.failure()) record(std::move(error));
     if (!finishOperators()) return nullptr;
-    Item root = operands_.take();
-    if (root && operands_.empty()) return root;
+    Item root = operands_->take();
+    if (root && operands_->empty()) return root;
     return fail("Incorrect Expression", std::nullopt);
   }
 
   bool acceptToken(const Token& token, ItemType previous) {
     if (isOperand(token.type)) {
-      operands_.push(reader_.itemOf(token));
+      operands_->push(reader_.itemOf(token));
       return true;
     }
     if (operators_.empty() || token.type == ItemType::OpeningBrace) {
@@ -87,7 +87,7 @@ class Compilation {
       empty.type = ItemType::EmptyArguments;
       empty.range = operators_.back().range.unitedWith(brace.range);
       operators_.pop_back();
-      operands_.push(reader_.itemOf(empty));
+      operands_->push(reader_.itemOf(empty));
       return true;
     }
     while (!operators_.empty()) {
@@ -104,7 +104,7 @@ class Compilation {
     const bool elementLeftOut =
         token.type == ItemType::MakeList &&
         (previous == ItemType::OpeningBrace || previous == ItemType::MakeList);
-    if (elementLeftOut) operands_.push(ADMEvaluationString::itemWithString(nullptr));
+    if (elementLeftOut) operands_->push(ADMEvaluationString::itemWithString(nullptr));
     while (!operators_.empty() && operators_.back().type != ItemType::OpeningBrace &&
            codeOf(operators_.back().type) >= codeOf(token.type)) {
       applyOperator();
@@ -127,7 +127,7 @@ class Compilation {
   void applyOperator() {
     const Ref<ADMEvaluationItemBase> item = reader_.itemOf(operators_.back());
     operators_.pop_back();
-    item->pushToStack(operands_);
+    item->pushToStack(*operands_);
   }
 
   std::nullptr_t fail(std::string_view message, const std::optional<SourceRange>& range) {
@@ -146,7 +146,7 @@ class Compilation {
   const Ref<String>& expression_;
   ADMEvaluationContext& context_;
   ItemReader reader_;
-  ADMEvaluationStack operands_;
+  Ref<ADMEvaluationStack> operands_ = ADMEvaluationStack::create();
   std::vector<Token, ObjectAllocator<Token>> operators_;
   // Since the first error; most compilations have none.
   std::optional<ErrorWatch> watch_;

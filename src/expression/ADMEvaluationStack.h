@@ -19,9 +19,6 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   static const Class kClass;
 
   [[nodiscard]] static Ref<ADMEvaluationStack> create();
-  /// A stack in place, for who shares it with nobody and makes no reference to it.
-  ADMEvaluationStack();
-  ~ADMEvaluationStack() override = default;
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   /// "Stack: " and the elements as an array.
@@ -66,6 +63,12 @@ class COMMANDFILTER_EXPORT ADMEvaluationStack final : public Object {
   }
 
  private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> make(Arguments&&... arguments);
+
+  ADMEvaluationStack();
+  ~ADMEvaluationStack() override = default;
+
   std::vector<Ref<ADMEvaluationItemBase>, ObjectAllocator<Ref<ADMEvaluationItemBase>>> elements_;
 };
 

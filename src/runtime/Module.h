@@ -15,7 +15,7 @@ namespace commandfilter {
 
 /// The version of the binary interface between the library and what it loads. It changes whenever
 /// code that was compiled against an older version would misread the library's objects.
-inline constexpr std::uint32_t kInterfaceVersion = 2;
+inline constexpr std::uint32_t kInterfaceVersion = 3;
 
 /// A module's classes, with what its code took for granted when it was compiled. A bundle exports
 /// one constant of this type named `command_filter_module`, made with `moduleOf`.

@@ -44,6 +44,20 @@ TEST(Stack, KeepsTheTopAliveForWhoAskedForIt) {
   EXPECT_EQ(shown(top->evaluate(*TestContext::create())), "5q");
 }
 
+TEST(Stack, ExchangesItsTop) {
+  const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
+  const Ref<ADMEvaluationNumber> first = itemOf(1);
+  const Ref<ADMEvaluationNumber> second = itemOf(2);
+  const Ref<ADMEvaluationNumber> third = itemOf(3);
+  EXPECT_FALSE(stack->exchangeTop(first));
+  EXPECT_TRUE(stack->empty());
+  stack->push(first);
+  stack->push(second);
+  EXPECT_EQ(stack->exchangeTop(third).get(), second.get());
+  EXPECT_EQ(stack->take().get(), third.get());
+  EXPECT_EQ(stack->take().get(), first.get());
+}
+
 TEST(Stack, IgnoresNil) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
   stack->push(nullptr);
