@@ -14,19 +14,19 @@ constexpr std::uint32_t kKeptBytes = 0;
 
 }  // namespace
 
-constinit thread_local ObjectMemory::Store ObjectMemory::store{};
+constinit thread_local ObjectMemory::Store ObjectMemory::store_{};
 
 // From its end on nothing is kept.
 struct ObjectMemory::Opening {
   Opening() noexcept {
-    for (std::size_t i = 0; i < store.size(); ++i) {
-      store[i].room = kKeptBytes / static_cast<std::uint32_t>((i + 1) * kStep);
+    for (std::size_t i = 0; i < store_.size(); ++i) {
+      store_[i].room = kKeptBytes / static_cast<std::uint32_t>((i + 1) * kStep);
     }
   }
   Opening(const Opening&) = delete;
   Opening& operator=(const Opening&) = delete;
   ~Opening() {
-    for (Shelf& shelf : store) {
+    for (Shelf& shelf : store_) {
       while (Block* block = shelf.first) {
         shelf.first = block->next;
         ::operator delete(block);
@@ -46,8 +46,8 @@ void ObjectMemory::releaseForGood(void* memory, std::size_t size) noexcept {
   if (place < kSizes) {
     static thread_local const Opening opening;
     static_cast<void>(opening);
-    if (store[place].room != 0) {
-      put(store[place], memory);
+    if (store_[place].room != 0) {
+      put(store_[place], memory);
       return;
     }
   }

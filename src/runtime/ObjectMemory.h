@@ -19,7 +19,7 @@ class COMMANDFILTER_EXPORT ObjectMemory {
   [[nodiscard]] static void* allocate(std::size_t size) {
     const std::size_t place = shelfOf(size);
     if (place < kSizes) {
-      Shelf& shelf = store[place];
+      Shelf& shelf = store_[place];
       if (Block* block = shelf.first) [[likely]] {
         shelf.first = block->next;
         ++shelf.room;
@@ -32,7 +32,7 @@ class COMMANDFILTER_EXPORT ObjectMemory {
   static void release(void* memory, std::size_t size) noexcept {
     const std::size_t place = shelfOf(size);
     if (place < kSizes) {
-      Shelf& shelf = store[place];
+      Shelf& shelf = store_[place];
       if (shelf.room != 0) [[likely]] {
         put(shelf, memory);
         return;
@@ -69,7 +69,7 @@ class COMMANDFILTER_EXPORT ObjectMemory {
 
   // Without room until a thread gives back its first block. The storage model saves a call at every
   // access.
-  [[gnu::tls_model("initial-exec")]] static constinit thread_local Store store;
+  [[gnu::tls_model("initial-exec")]] static constinit thread_local Store store_;
 };
 
 /// Has a container of the standard library take its memory from there.
