@@ -35,6 +35,18 @@ ADMAggregateEvaluationContext::ADMAggregateEvaluationContext(
       parentContext_(std::move(parentContext)),
       initialValue_(std::move(initialValue)) {}
 
+ADMAggregateEvaluationContext::ADMAggregateEvaluationContext(ADMEvaluationContextBase& parent,
+                                                             Value elementsList, Value initialValue)
+    : ADMArrayEvaluationContext(CalledFrom(), parent, std::move(elementsList)),
+      parentContext_(parent),
+      initialValue_(std::move(initialValue)) {}
+
+Ref<ADMAggregateEvaluationContext> ADMAggregateEvaluationContext::contextCalledFrom(
+    ADMEvaluationContextBase& parent, Value elementsList, Value initialValue) {
+  return make<ADMAggregateEvaluationContext>(parent, std::move(elementsList),
+                                             std::move(initialValue));
+}
+
 Ref<ADMAggregateEvaluationContext>
 ADMAggregateEvaluationContext::initWithParentContext_globalConfiguration_elementsList_initialValue(
     Ref<ADMEvaluationContext> parentContext, RefPtr<Dictionary> globalConfiguration,

@@ -24,6 +24,10 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
       Ref<ADMEvaluationContext> parentContext, RefPtr<Dictionary> globalConfiguration,
       Value elementsList, Value initialValue);
 
+  /// The same for a parent of this kind, with its configuration, which costs less.
+  [[nodiscard]] static Ref<ADMAggregateEvaluationContext> contextCalledFrom(
+      ADMEvaluationContextBase& parent, Value elementsList, Value initialValue);
+
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   Value processSelector(const EvaluationName& name) override;
   /// Extends the accumulator in place when nobody else holds it, so that building a text step by
@@ -48,6 +52,8 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
 
   ADMAggregateEvaluationContext(Ref<ADMEvaluationContext> parentContext,
                                 RefPtr<Dictionary> globalConfiguration, Value elementsList,
+                                Value initialValue);
+  ADMAggregateEvaluationContext(ADMEvaluationContextBase& parent, Value elementsList,
                                 Value initialValue);
   ~ADMAggregateEvaluationContext() override = default;
 

@@ -52,6 +52,13 @@ ADMArrayEvaluationContext::ADMArrayEvaluationContext(Value statusService,
   setElementsList(std::move(elementsList));
 }
 
+ADMArrayEvaluationContext::ADMArrayEvaluationContext(CalledFrom proof,
+                                                     ADMEvaluationContextBase& parent,
+                                                     Value elementsList)
+    : Implements(proof, parent) {
+  setElementsList(std::move(elementsList));
+}
+
 Ref<ADMArrayEvaluationContext>
 ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
     Value statusService, RefPtr<Dictionary> globalConfiguration, Value elementsList) {

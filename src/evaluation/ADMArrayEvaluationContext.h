@@ -44,6 +44,8 @@ class COMMANDFILTER_EXPORT ADMArrayEvaluationContext
                             Value elementsList);
   ADMArrayEvaluationContext(Value statusService, RefPtr<Dictionary> globalConfiguration,
                             Value elementsList, ADMEvaluationContext& parent);
+  /// With the parent's service and configuration.
+  ADMArrayEvaluationContext(CalledFrom proof, ADMEvaluationContextBase& parent, Value elementsList);
   ~ADMArrayEvaluationContext() override = default;
 
   /// The element as it is stored; nil behind the last, and before there is a list.

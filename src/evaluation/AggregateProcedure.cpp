@@ -35,12 +35,7 @@ bool holds(const Value& condition) {
 // elements stay in it.
 Ref<ADMAggregateEvaluationContext> contextFor(ADMEvaluationContextBase& context, const Value& list,
                                               Value initialValue) {
-  RefPtr<Dictionary> configuration(
-      const_cast<Dictionary*>(context.globalConfiguration()));  // NOLINT: shared, not changed
-  return ADMAggregateEvaluationContext::
-      initWithParentContext_globalConfiguration_elementsList_initialValue(
-          Ref<ADMEvaluationContext>(context), std::move(configuration), list,
-          std::move(initialValue));
+  return ADMAggregateEvaluationContext::contextCalledFrom(context, list, std::move(initialValue));
 }
 
 // The accumulator of an aggregation, and the step that changes it.
