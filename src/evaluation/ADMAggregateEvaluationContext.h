@@ -24,7 +24,8 @@ class COMMANDFILTER_EXPORT ADMAggregateEvaluationContext final : public ADMArray
       Ref<ADMEvaluationContext> parentContext, RefPtr<Dictionary> globalConfiguration,
       Value elementsList, Value initialValue);
 
-  /// The same for a parent of this kind, with its configuration, which costs less.
+  /// The same for a parent of this kind, with its configuration, which costs less. Errors of the
+  /// expressions that are evaluated for the elements stay in the new context.
   [[nodiscard]] static Ref<ADMAggregateEvaluationContext> contextCalledFrom(
       ADMEvaluationContextBase& parent, Value elementsList, Value initialValue);
 

@@ -31,13 +31,6 @@ bool holds(const Value& condition) {
   return !condition.isNil() && !equal(condition, Value::boolean(false));
 }
 
-// A context that walks over the list. Errors of the expressions that are evaluated for the
-// elements stay in it.
-Ref<ADMAggregateEvaluationContext> contextFor(ADMEvaluationContextBase& context, const Value& list,
-                                              Value initialValue) {
-  return ADMAggregateEvaluationContext::contextCalledFrom(context, list, std::move(initialValue));
-}
-
 // The accumulator of an aggregation, and the step that changes it.
 class Accumulation {
  public:
@@ -90,7 +83,8 @@ Value sort(ADMEvaluationContextBase& context, const Array* items) {
   if (elements == nullptr) return failWith(context, kWrongSort);
   if (elements->isEmpty()) return Array::create();
   const Ref<SortedElements> sorted = SortedElements::create(Ref<Array>(*elements));
-  const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
+  const Ref<ADMAggregateEvaluationContext> walk =
+      ADMAggregateEvaluationContext::contextCalledFrom(context, list, Value());
   walk->setPartialResult(sorted);
   const ADMEvaluationItemBase& keyItem = itemOf((*items)[1]);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
@@ -111,7 +105,8 @@ Value filter(ADMEvaluationContextBase& context, const Array* items) {
   if (elements == nullptr) return failWith(context, kWrongAggregateIf);
   if (elements->isEmpty()) return Array::create();
   const Ref<CollectedElements> kept = CollectedElements::create();
-  const Ref<ADMAggregateEvaluationContext> walk = contextFor(context, list, Value());
+  const Ref<ADMAggregateEvaluationContext> walk =
+      ADMAggregateEvaluationContext::contextCalledFrom(context, list, Value());
   walk->setPartialResult(kept);
   const ADMEvaluationItemBase& condition = itemOf((*items)[1]);
   for (; !walk->endOfIteration(); walk->iterateNext()) {
@@ -136,7 +131,7 @@ Value aggregateIf(ADMEvaluationContextBase& context, const Array* items) {
   Value initialValue = evaluateArgument(items, 3, context);
   if (elements->isEmpty()) return initialValue;
   const Ref<ADMAggregateEvaluationContext> walk =
-      contextFor(context, list, std::move(initialValue));
+      ADMAggregateEvaluationContext::contextCalledFrom(context, list, std::move(initialValue));
   const ADMEvaluationItemBase& condition = itemOf((*items)[1]);
   Accumulation accumulation(*walk, itemOf((*items)[2]));
   for (; !walk->endOfIteration(); walk->iterateNext()) {
@@ -158,7 +153,7 @@ Value aggregate(ADMEvaluationContextBase& context, const Array* items) {
   Value initialValue = countOf(items) > 2 ? evaluateArgument(items, 2, context) : Value();
   if (elements->isEmpty()) return initialValue;
   const Ref<ADMAggregateEvaluationContext> walk =
-      contextFor(context, list, std::move(initialValue));
+      ADMAggregateEvaluationContext::contextCalledFrom(context, list, std::move(initialValue));
   Accumulation accumulation(*walk, itemOf((*items)[1]));
   while (!walk->endOfIteration() && accumulation.advance()) walk->iterateNext();
   return accumulation.result();
