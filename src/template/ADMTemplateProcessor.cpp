@@ -111,7 +111,13 @@ KeyedRepresentation* ADMTemplateProcessor::keyedRepresentation(const Value& key)
   const auto* info =
       valuesTemplate_ ? castTo<Dictionary>(valuesTemplate_->objectForKey(key)) : nullptr;
   if (info == nullptr) return nullptr;
-  const Ref<KeyedRepresentation> keyed = make<KeyedRepresentation>(makeRepresentation(*info));
+  RefPtr<ADMStatusValueRepresentation> representation = makeRepresentation(*info);
+  // A plug-in's context may ask for values while it is made. What was made meanwhile stays: it is
+  // known by its address.
+  if (Object* known = valueRepresentations_->objectForKey(key).object()) {
+    return static_cast<KeyedRepresentation*>(known);
+  }
+  const Ref<KeyedRepresentation> keyed = make<KeyedRepresentation>(std::move(representation));
   valueRepresentations_->setObject_forKey(keyed, key);
   return keyed.get();
 }

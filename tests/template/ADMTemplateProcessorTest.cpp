@@ -5,7 +5,9 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
 
+#include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "runtime/ClassRegistry.h"
 #include "runtime/KeyValueLookup.h"
 #include "runtime/Send.h"
@@ -122,6 +124,49 @@ TEST_F(TemplateProcessor, TriesAContextThatRefusesOnce) {
     processor->startNewSession(true);
   }
   EXPECT_EQ(CountingContext::asked, 1);
+}
+
+// A context that asks for all values of the template while it is made for the first time.
+class AskingContext final : public Object {
+ public:
+  static const Class kClass;
+  static RefPtr<ADMSingleValueEvaluationContext> ask(const Value& service,
+                                                     const Dictionary* configuration) {
+    if (ADMTemplateProcessor* processor = std::exchange(asked, nullptr)) {
+      seen = processor->entireInfo();
+      representation = processor->valueRepresentationForKey(String::create("A").get());
+    }
+    return ADMSingleValueEvaluationContext::initWithStatusService_globalConfiguration(
+        service, RefPtr<Dictionary>(castTo<Dictionary>(Value::sharing(configuration))));
+  }
+  // Borrowed; nullptr once it has been asked.
+  static ADMTemplateProcessor* asked;
+  static RefPtr<Dictionary> seen;
+  static RefPtr<ADMStatusValueRepresentation> representation;
+};
+ADMTemplateProcessor* AskingContext::asked = nullptr;
+RefPtr<Dictionary> AskingContext::seen;
+RefPtr<ADMStatusValueRepresentation> AskingContext::representation;
+constexpr std::array kAskingInitializers{
+    initializer<&AskingContext::ask>("initWithStatusService:globalConfiguration:")};
+constinit const Class AskingContext::kClass{
+    .name = "AskingContext", .base = &Object::kClass, .initializers = kAskingInitializers};
+
+TEST_F(TemplateProcessor, KeepsWhatIsMadeWhileItIsBeingMade) {
+  const std::array<const Class*, 1> classes{&AskingContext::kClass};
+  const auto registration = ClassRegistry::shared().add(classes);
+  const auto processor = processorOfValues(
+      {{text("A"), dictionaryOf({{text("Value"), text("_Array(1)")},
+                                 {text("EvaluationContext"), text("AskingContext")}})}});
+  AskingContext::asked = processor.get();
+  const Value value = valueOf(*processor, "A");
+  const RefPtr<Dictionary> seen = std::exchange(AskingContext::seen, nullptr);
+  const RefPtr<ADMStatusValueRepresentation> made =
+      std::exchange(AskingContext::representation, nullptr);
+  ASSERT_TRUE(seen);
+  EXPECT_TRUE(value.isIdenticalTo(seen->objectForKey("A")));
+  EXPECT_EQ(processor->valueRepresentationForKey(String::create("A").get()).get(), made.get());
+  EXPECT_TRUE(processor->entireInfo()->objectForKey("A").isIdenticalTo(value));
 }
 
 TEST_F(TemplateProcessor, KeepsRepresentationsAndTheirFailures) {
