@@ -1,5 +1,6 @@
 #include "expression/Concatenation.h"
 
+#include <new>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -49,7 +50,8 @@ Value Concatenation::perform(const ADMEvaluationBinaryOperation& last) {
       chain;  // NOLINT: written before it is read
   std::size_t count = 0;
   for (const auto* operation = &last; operation != nullptr && count < kMost;
-       operation = ADMEvaluationBinaryOperation::ofType(operation->leftOperand(), last.type())) {
+       operation =
+           ADMEvaluationBinaryOperation::ofType(operation->leftOperand(), ItemType::Concatenate)) {
     chain[count++] = operation;
   }
   value_ = evaluateOperand(chain[count - 1]->leftOperand(), context_);

@@ -54,6 +54,19 @@ TEST(OperationItems, TakeAMissingOperandForNil) {
   EXPECT_EQ(errorOf(*context), "");
 }
 
+// An operation that is asked for "+" whatever its own code is leaves its operands to theirs.
+TEST(OperationItems, OperandsKeepTheirOperationWhateverIsPerformedWithThem) {
+  const Ref<TestContext> context = TestContext::create();
+  const auto inner = ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::Less);
+  inner->setLeftOperand(ADMEvaluationNumber::itemWithNumber(Number::integer(1)));
+  inner->setRightOperand(ADMEvaluationString::itemWithString(String::create("x")));
+  const auto outer = ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::Less);
+  outer->setLeftOperand(inner);
+  outer->setRightOperand(ADMEvaluationString::itemWithString(String::create("y")));
+  EXPECT_EQ(shown(outer->performConcatOperation(*context)), "\"y\"");
+  EXPECT_EQ(errorOf(*context), "2: Incorrect types for comparison operation");
+}
+
 TEST(OperationItems, AListOfMissingOperandsHoldsNullObjects) {
   const Value value = ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::MakeList)
                           ->evaluate(*TestContext::create());
