@@ -112,7 +112,7 @@ void KeyOrder::orderFew(std::span<const Value> keys, bool areTexts) {
     if (left.isWhole && right.isWhole) return std::weak_ordering::equivalent;
     const Value& first = keys[left.arrival];
     const Value& second = keys[right.arrival];
-    if (!areTexts) return std::weak_ordering(compare(first, second) <=> 0);
+    if (!areTexts) return compare(first, second);
     return orderOfTexts(static_cast<const String&>(*first.object()),
                         static_cast<const String&>(*second.object()), common);
   };

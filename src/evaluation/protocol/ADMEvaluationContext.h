@@ -62,6 +62,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
 
   /// A text and those that follow it as one string. A context that holds the left text itself may
   /// extend it in place.
+  /// @throws Exception "a value is too large" when together they would be larger than a text may
+  /// be.
   virtual Ref<String> concatenate(Ref<String> left, std::span<const String* const> others) {
     return concatenateTexts(std::move(left), others);
   }
