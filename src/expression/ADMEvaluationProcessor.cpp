@@ -182,6 +182,7 @@ void ADMEvaluationProcessor::compile() {
 
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
   if (!rootItem_) return {};
+  // Only beside an older error does a new one have to be told from it.
   if (context.recordedError() != nullptr) [[unlikely]] {
     const ErrorWatch watch(context);
     Value result = rootItem_->evaluate(context);

@@ -110,23 +110,21 @@ const DictionaryEntry* findNumber(const Entries& entries, const Index& index, co
   return entry != nullptr ? entry->value : kNil;
 }
 
-// The value for a short text, as most keys are, when that is found without a call; nullptr says
-// nothing. Twice, so that a few entries are looked at without a thought of tables.
 bool isShortKey(const DictionaryEntry& entry, const String& key, std::size_t hash) noexcept {
   return entry.hash == hash && entry.key.isKind(ObjectKind::String) &&
          key.isSameShortText(static_cast<const String&>(*entry.key.object()));
 }
-const Value* scanFor(const Entries& entries, const String& key) noexcept {
-  const std::size_t hash = key.knownHash();
-  if (hash == 0 || !key.isShort()) return nullptr;
+
+// The value for a short text, as most keys are, found without a call: among a few entries, and in a
+// table. nullptr says nothing, since a key of another class may equal a text.
+const Value* scanFor(const Entries& entries, const String& key, std::size_t hash) noexcept {
   for (const DictionaryEntry& entry : entries) {
     if (isShortKey(entry, key, hash)) return &entry.value;
   }
   return nullptr;
 }
-const Value* probeFor(const Entries& entries, const Index& index, const String& key) noexcept {
-  const std::size_t hash = key.knownHash();
-  if (hash == 0 || !key.isShort()) return nullptr;
+const Value* probeFor(const Entries& entries, const Index& index, const String& key,
+                      std::size_t hash) noexcept {
   const std::size_t mask = index.size() - 1;
   for (std::size_t slot = firstSlot(hash, mask); index[slot] != kFree; slot = (slot + 1) & mask) {
     const DictionaryEntry& entry = entries[index[slot]];
@@ -137,9 +135,12 @@ const Value* probeFor(const Entries& entries, const Index& index, const String& 
 
 [[gnu::always_inline]] inline const Value& valueFor(const Entries& entries, const Index& index,
                                                     const Value& key) {
-  if (key.isKind(ObjectKind::String)) [[likely]] {
-    const auto& text = static_cast<const String&>(*key.object());
-    const Value* value = index.empty() ? scanFor(entries, text) : probeFor(entries, index, text);
+  if (!key.isKind(ObjectKind::String)) return lookUp(entries, index, key);
+  const auto& text = static_cast<const String&>(*key.object());
+  const std::size_t hash = text.knownHash();
+  if (hash != 0 && text.isShort()) [[likely]] {
+    const Value* value =
+        index.empty() ? scanFor(entries, text, hash) : probeFor(entries, index, text, hash);
     if (value != nullptr) return *value;
   }
   return lookUp(entries, index, key);
