@@ -4,6 +4,7 @@
 
 #include "runtime/BinaryPropertyList.h"
 #include "runtime/File.h"
+#include "runtime/PlainPropertyList.h"
 #include "runtime/UTF8.h"
 #include "runtime/XMLPropertyList.h"
 
@@ -29,6 +30,9 @@ Result<Value> parsePropertyList(std::string_view bytes, PropertyListObserver* ob
   if (!beginsLikeXML(bytes)) {
     return Failure{isUTF8(bytes) ? "it is no property list, neither XML nor binary"
                                  : "it is neither UTF-8 text nor a binary list"};
+  }
+  if (observer == nullptr) {
+    if (auto value = detail::readPlainPropertyList(bytes)) return *std::move(value);
   }
   Result<Value> value = detail::parseXMLPropertyList(bytes, observer);
   if (!value && !isUTF8(bytes)) return Failure{value.reason() + "; it is not UTF-8 text"};

@@ -1,25 +1,19 @@
 #include "runtime/XMLPropertyList.h"
 
-#include <expat.h>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <memory>
 #include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
-#include "runtime/Array.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
-#include "runtime/Dictionary.h"
-#include "runtime/PropertyList.h"
-#include "runtime/SharedKeys.h"
+#include "runtime/ExpatLibrary.h"
+#include "runtime/PropertyListBuilder.h"
 #include "runtime/String.h"
 #include "runtime/XMLScalar.h"
 
@@ -66,76 +60,64 @@ Element elementNamed(std::string_view name) {
   return found != kElements.end() ? found->element : Element::None;
 }
 
-// Follows the parser through the list. What is complete waits on one stack for the collection
-// around it: its elements, or its keys and values by turns.
+// Follows the parser through the list.
 class Reader {
  public:
-  explicit Reader(PropertyListObserver* observer)
-      : parser_(XML_ParserCreate("UTF-8")), observer_(observer) {
+  Reader(const ExpatLibrary& library, PropertyListObserver* observer)
+      : library_(library),
+        parser_(library.createParser("UTF-8"), library.freeParser),
+        observer_(observer) {
     if (!parser_) throw std::bad_alloc();
-    constexpr std::size_t kUsualDepth = 16;
-    constexpr std::size_t kUsualValues = 64;
-    open_.reserve(kUsualDepth);
-    open_.push_back({Element::List, 0});
-    complete_.reserve(kUsualValues);
-    XML_SetUserData(parser_.get(), this);
-    XML_SetElementHandler(
+    library_.setUserData(parser_.get(), this);
+    library_.setElementHandler(
         parser_.get(),
         [](void* self, const XML_Char* name, const XML_Char** /*attributes*/) {
           static_cast<Reader*>(self)->begin(name);
         },
         [](void* self, const XML_Char* /*name*/) { static_cast<Reader*>(self)->end(); });
-    XML_SetCharacterDataHandler(parser_.get(), [](void* self, const XML_Char* text, int length) {
-      static_cast<Reader*>(self)->append({text, static_cast<std::size_t>(length)});
-    });
-    XML_SetStartDoctypeDeclHandler(
+    library_.setCharacterDataHandler(
+        parser_.get(), [](void* self, const XML_Char* text, int length) {
+          static_cast<Reader*>(self)->append({text, static_cast<std::size_t>(length)});
+        });
+    library_.setStartDoctypeDeclHandler(
         parser_.get(), [](void* self, const XML_Char* /*name*/, const XML_Char* /*system*/,
                           const XML_Char* /*public*/, int declares) {
           if (declares == 0) return;
           static_cast<Reader*>(self)->refuse("declarations in the document type");
         });
     // A document type elsewhere, which is never fetched, may declare any entity.
-    XML_SetSkippedEntityHandler(parser_.get(),
-                                [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
-                                  static_cast<Reader*>(self)->refuse(kUndefinedEntity);
-                                });
+    library_.setSkippedEntityHandler(parser_.get(),
+                                     [](void* self, const XML_Char* /*name*/, int /*isParameter*/) {
+                                       static_cast<Reader*>(self)->refuse(kUndefinedEntity);
+                                     });
   }
 
   Result<Value> read(std::string_view text) {
     const int size = static_cast<int>(text.size());
-    if (XML_Parse(parser_.get(), text.data(), size, XML_TRUE) != XML_STATUS_OK) {
+    if (library_.parse(parser_.get(), text.data(), size, XML_TRUE) != XML_STATUS_OK) {
       return Failure{isRefused() ? place_ + reason_ : here() + parserReason()};
     }
-    return std::move(complete_.front());
+    return builder_.take();
   }
 
  private:
-  // A collection that is open, the whole list first, and where its content begins.
-  struct Open {
-    Element element;
-    std::size_t first;
-  };
-  struct FreeParser {
-    void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
-  };
-
   static constexpr const char* kUndefinedEntity =
       "undefined entity; only &amp; &lt; &gt; &quot; and &apos; are defined";
 
   [[nodiscard]] const char* parserReason() const {
-    const XML_Error error = XML_GetErrorCode(parser_.get());
+    const XML_Error error = library_.errorCode(parser_.get());
     if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
-    return error == XML_ERROR_UNDEFINED_ENTITY ? kUndefinedEntity : XML_ErrorString(error);
+    return error == XML_ERROR_UNDEFINED_ENTITY ? kUndefinedEntity : library_.errorString(error);
   }
   [[nodiscard]] std::size_t placeOfEvent() const {
-    return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
+    return static_cast<std::size_t>(library_.currentByteIndex(parser_.get()));
   }
   [[nodiscard]] std::size_t placeBehindEvent() const {
-    return placeOfEvent() + static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
+    return placeOfEvent() + static_cast<std::size_t>(library_.currentByteCount(parser_.get()));
   }
   [[nodiscard]] std::string here() const {
-    return "line " + std::to_string(XML_GetCurrentLineNumber(parser_.get())) + ", column " +
-           std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": ";
+    return "line " + std::to_string(library_.currentLineNumber(parser_.get())) + ", column " +
+           std::to_string(library_.currentColumnNumber(parser_.get()) + 1) + ": ";
   }
 
   // The parser may still tell of one element after this.
@@ -143,14 +125,9 @@ class Reader {
     if (isRefused()) return;
     place_ = here();
     reason_ = std::move(reason);
-    XML_StopParser(parser_.get(), XML_FALSE);
+    library_.stopParser(parser_.get(), XML_FALSE);
   }
   [[nodiscard]] bool isRefused() const { return !place_.empty(); }
-
-  [[nodiscard]] std::size_t contentOfOpen() const { return complete_.size() - open_.back().first; }
-  [[nodiscard]] bool wantsKey() const {
-    return open_.back().element == Element::Dictionary && contentOfOpen() % 2 == 0;
-  }
 
   void begin(std::string_view name) {
     if (isRefused()) return;
@@ -160,7 +137,8 @@ class Reader {
     } else if (element == Element::List) {
       isInList_ = true;
     } else if (isCollection(element)) {
-      open_.push_back({element, complete_.size()});
+      using enum PropertyListBuilder::Collection;
+      builder_.begin(element == Element::Array ? Array : Dictionary);
       if (observer_ != nullptr) tellOf(PropertyListObserver::Part::Collection);
     } else {
       leaf_ = element;
@@ -182,14 +160,15 @@ class Reader {
     }
     const auto isMisplaced = [this, element] {
       if (leaf_ != Element::None) return true;
-      if (element == Element::List) return isInList_ || open_.size() > 1;
-      return open_.back().element == Element::Dictionary ? wantsKey() != (element == Element::Key)
-                                                         : element == Element::Key;
+      if (element == Element::List) return isInList_ || !builder_.isOutside();
+      return builder_.isInDictionary() ? builder_.wantsKey() != (element == Element::Key)
+                                       : element == Element::Key;
     };
     if (isMisplaced()) return misplaced(name);
-    if (open_.size() == 1 && !complete_.empty()) return "a second value beside the first";
-    if (++elements_ > kPropertyListValues) return "it holds too many values";
-    if (isCollection(element) && open_.size() > kPropertyListDepth) {
+    if (builder_.isComplete()) return "a second value beside the first";
+    if (element == Element::List) return {};
+    if (builder_.isFull()) return "it holds too many values";
+    if (isCollection(element) && builder_.isDeepest()) {
       return "its collections are nested too deeply";
     }
     return {};
@@ -199,7 +178,7 @@ class Reader {
     std::string found = "<";
     found.append(name).append("> ");
     if (leaf_ != Element::None) return found + "inside of a value";
-    if (wantsKey()) return found + "where a <key> must stand";
+    if (builder_.wantsKey()) return found + "where a <key> must stand";
     return found + "where a value must stand";
   }
 
@@ -217,11 +196,11 @@ class Reader {
   void end() {
     if (isRefused()) return;
     if (leaf_ != Element::None) {
-      complete_.push_back(leafValue());
+      endLeaf();
       leaf_ = Element::None;
-    } else if (open_.size() > 1) {
-      endCollection();
-    } else if (complete_.empty()) {
+    } else if (!builder_.isOutside()) {
+      if (!builder_.end()) refuse("a <key> without a value");
+    } else if (!builder_.isComplete()) {
       return refuse("a property list without a value");
     } else {
       return;
@@ -229,68 +208,40 @@ class Reader {
     if (observer_ != nullptr && !isRefused()) observer_->end(placeOfEvent());
   }
 
-  // nil, and the list is refused, when the text is none of its kind.
-  Value leafValue() {
+  // Adds what the text says, or refuses the list when the text is none of its kind.
+  void endLeaf() {
     switch (leaf_) {
       case Element::Key:
-        return sharedKeys_.key(text_);
+        return builder_.addKey(text_);
       case Element::String:
-        return String::create(text_);
+        return builder_.add(String::create(text_));
       case Element::True:
-        return Value::boolean(true);
+        return builder_.add(Value::boolean(true));
       case Element::False:
-        return Value::boolean(false);
+        return builder_.add(Value::boolean(false));
       case Element::Integer:
-        if (const auto number = integerFromXML(text_)) return *number;
-        refuse("an <integer> must be a whole number of 64 bits");
-        return {};
+        if (const auto number = integerFromXML(text_)) return builder_.add(*number);
+        return refuse("an <integer> must be a whole number of 64 bits");
       case Element::Real:
-        if (const auto number = realFromXML(text_)) return Number::real(*number);
-        refuse("a <real> must be a number such as 1.5, within the range of reals");
-        return {};
+        if (const auto number = realFromXML(text_)) return builder_.add(Number::real(*number));
+        return refuse("a <real> must be a number such as 1.5, within the range of reals");
       case Element::Date:
-        if (const auto seconds = dateFromXML(text_)) return Date::create(*seconds);
-        refuse("a <date> must be written as 2020-01-31T12:00:00Z");
-        return {};
+        if (const auto seconds = dateFromXML(text_)) return builder_.add(Date::create(*seconds));
+        return refuse("a <date> must be written as 2020-01-31T12:00:00Z");
       default:
-        if (auto bytes = dataFromXML(text_)) return Data::create(std::move(*bytes));
-        refuse("<data> must be in base64, filled up with = signs");
-        return {};
+        if (auto bytes = dataFromXML(text_)) return builder_.add(Data::create(std::move(*bytes)));
+        return refuse("<data> must be in base64, filled up with = signs");
     }
   }
 
-  void endCollection() {
-    const Open collection = open_.back();
-    const auto first = complete_.begin() + static_cast<std::ptrdiff_t>(collection.first);
-    const auto from = std::make_move_iterator(first);
-    const auto to = std::make_move_iterator(complete_.end());
-    Value value;
-    if (collection.element == Element::Array) {
-      value = Array::create(std::vector<Value>(from, to));
-    } else {
-      if (contentOfOpen() % 2 != 0) return refuse("a <key> without a value");
-      DictionaryBuilder builder;
-      builder.reserve(contentOfOpen() / 2);
-      for (auto entry = first; entry != complete_.end(); entry += 2) {
-        builder.set(std::move(entry[0]), std::move(entry[1]));
-      }
-      value = builder.build();
-    }
-    complete_.erase(first, complete_.end());
-    complete_.push_back(std::move(value));
-    open_.pop_back();
-  }
-
-  std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> parser_;
+  const ExpatLibrary& library_;
+  std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> parser_;
   PropertyListObserver* observer_;
-  std::vector<Open> open_;
-  std::vector<Value> complete_;
+  PropertyListBuilder builder_;
   // The value or key whose text is being read.
   Element leaf_ = Element::None;
   std::string text_;
   bool isInList_ = false;
-  std::size_t elements_ = 0;
-  SharedKeys sharedKeys_;
   std::string place_;
   std::string reason_;
 };
@@ -298,7 +249,9 @@ class Reader {
 }  // namespace
 
 Result<Value> parseXMLPropertyList(std::string_view text, PropertyListObserver* observer) {
-  return Reader(observer).read(text);
+  const ExpatLibrary* library = ExpatLibrary::shared();
+  if (library == nullptr) return Failure{"expat, which reads it, cannot be loaded"};
+  return Reader(*library, observer).read(text);
 }
 
 }  // namespace commandfilter::detail

@@ -1,0 +1,214 @@
+#include "runtime/PlainPropertyList.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <utility>
+
+#include "runtime/Array.h"
+#include "runtime/Data.h"
+#include "runtime/Date.h"
+#include "runtime/Dictionary.h"
+#include "runtime/Number.h"
+#include "runtime/PropertyListBuilder.h"
+#include "runtime/String.h"
+#include "runtime/UTF8.h"
+#include "runtime/XMLScalar.h"
+
+namespace commandfilter::detail {
+
+namespace {
+
+using Collection = PropertyListBuilder::Collection;
+
+// The characters of a text that need no further look.
+constexpr auto kPlain = [] {
+  constexpr unsigned char kFirst = ' ';
+  constexpr unsigned char kBehind = 0x80;
+  std::array<bool, 256> plain{};
+  for (std::size_t c = kFirst; c < kBehind; ++c) plain[c] = true;
+  for (const unsigned char c : {'\t', '\n'}) plain[c] = true;
+  for (const unsigned char c : {'<', '&', '>'}) plain[c] = false;
+  return plain;
+}();
+
+struct Entity {
+  std::string_view reference;
+  char character;
+};
+constexpr std::array kEntities{Entity{"&lt;", '<'}, Entity{"&gt;", '>'}, Entity{"&amp;", '&'},
+                               Entity{"&quot;", '"'}, Entity{"&apos;", '\''}};
+
+// True for UTF-8 without the two characters of three bytes that XML does not have.
+bool isTextInXML(std::string_view text) {
+  return isUTF8(text) && text.find("\xEF\xBF\xBE") == std::string_view::npos &&
+         text.find("\xEF\xBF\xBF") == std::string_view::npos;
+}
+
+class Reader {
+ public:
+  explicit Reader(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {}
+
+  std::optional<Value> read() {
+    if (!readHead()) return std::nullopt;
+    do {
+      skipBlanks();
+      if (builder_.isFull() || !(builder_.wantsKey() ? readKey() : readValue())) {
+        return std::nullopt;
+      }
+    } while (!builder_.isComplete());
+    skipBlanks();
+    if (!takes("</plist>")) return std::nullopt;
+    skipBlanks();
+    if (at_ != end_) return std::nullopt;
+    return builder_.take();
+  }
+
+ private:
+  [[nodiscard]] std::string_view rest() const { return {at_, end_}; }
+  bool takes(std::string_view text) {
+    if (!rest().starts_with(text)) return false;
+    at_ += text.size();
+    return true;
+  }
+  template <typename Accepts>
+  void skipWhile(Accepts&& accepts) {
+    while (at_ != end_ && accepts(*at_)) ++at_;
+  }
+  void skipBlanks() { skipWhile(isWhiteSpaceInXML); }
+
+  bool readHead() {
+    takes(R"(<?xml version="1.0" encoding="UTF-8"?>)");
+    skipBlanks();
+    if (takes(R"(<!DOCTYPE plist PUBLIC ")")) {
+      if (!readLiteral() || !takes(R"( ")") || !readLiteral() || !takes(">")) return false;
+      skipBlanks();
+    }
+    return takes(R"(<plist version="1.0">)") || takes("<plist>");
+  }
+  // The name of a document type, or where it is, up to the closing quote.
+  bool readLiteral() {
+    skipWhile([](char c) {
+      constexpr std::string_view kOthers = " -./:+";
+      return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+             kOthers.find(c) != std::string_view::npos;
+    });
+    return takes("\"");
+  }
+
+  bool readKey() {
+    if (!takes("<key>")) return takes("</dict>") && builder_.end();
+    const auto key = textBefore("</key>");
+    if (key) builder_.addKey(*key);
+    return key.has_value();
+  }
+
+  bool readValue() {
+    if (takes("<string>")) {
+      return addScalar("</string>",
+                       [](std::string_view text) { return std::optional(String::create(text)); });
+    }
+    if (takes("<dict>")) return begin(Collection::Dictionary);
+    if (takes("<integer>")) return addScalar("</integer>", integerFromXML);
+    if (takes("<array>")) return begin(Collection::Array);
+    if (takes("</array>")) return isInArray() && builder_.end();
+    if (takes("<true/>")) return add(Value::boolean(true));
+    if (takes("<false/>")) return add(Value::boolean(false));
+    if (takes("<real>")) {
+      return addScalar("</real>", [](std::string_view text) {
+        const auto number = realFromXML(text);
+        return number ? std::optional(Number::real(*number)) : std::nullopt;
+      });
+    }
+    if (takes("<date>")) {
+      return addScalar("</date>", [](std::string_view text) {
+        const auto seconds = dateFromXML(text);
+        return seconds ? std::optional(Date::create(*seconds)) : std::nullopt;
+      });
+    }
+    if (takes("<data>")) {
+      return addScalar("</data>", [](std::string_view text) {
+        auto bytes = dataFromXML(text);
+        return bytes ? std::optional(Data::create(std::move(*bytes))) : std::nullopt;
+      });
+    }
+    if (takes("<string/>")) return add(String::create({}));
+    if (takes("<dict/>")) return add(Dictionary::create());
+    return takes("<array/>") && add(Array::create({}));
+  }
+
+  [[nodiscard]] bool isInArray() const {
+    return !builder_.isOutside() && !builder_.isInDictionary();
+  }
+  bool begin(Collection collection) {
+    if (builder_.isDeepest()) return false;
+    builder_.begin(collection);
+    return true;
+  }
+  bool add(Value value) {
+    builder_.add(std::move(value));
+    return true;
+  }
+  template <typename Read>
+  bool addScalar(std::string_view endTag, Read&& read) {
+    const auto text = textBefore(endTag);
+    if (!text) return false;
+    auto value = read(*text);
+    return value && add(std::move(*value));
+  }
+
+  // The text up to this tag, which must be the next one. It stands until the next text is read.
+  std::optional<std::string_view> textBefore(std::string_view endTag) {
+    const char* begin = at_;
+    skipWhile(isPlain);
+    const std::string_view text(begin, at_);
+    if (takes(endTag)) return text;
+    return otherTextBefore(endTag, begin);
+  }
+  static bool isPlain(char c) { return kPlain[static_cast<unsigned char>(c)]; }
+
+  // The same for a text with characters that need a look, the first of which is next.
+  std::optional<std::string_view> otherTextBefore(std::string_view endTag, const char* begin) {
+    bool isASCII = true;
+    text_.clear();
+    for (; at_ != end_ && *at_ != '<'; skipWhile(isPlain)) {
+      if (*at_ == '&') {
+        text_.append(begin, at_);
+        if (!readEntity()) return std::nullopt;
+        begin = at_;
+        continue;
+      }
+      if (*at_ == '>') {
+        if (std::string_view(at_ - 2, 2) == "]]") return std::nullopt;
+      } else if (static_cast<unsigned char>(*at_) < 0x80) {
+        return std::nullopt;
+      } else {
+        isASCII = false;
+      }
+      ++at_;
+    }
+    text_.append(begin, at_);
+    if (!takes(endTag) || !(isASCII || isTextInXML(text_))) return std::nullopt;
+    return text_;
+  }
+
+  bool readEntity() {
+    for (const Entity& entity : kEntities) {
+      if (!takes(entity.reference)) continue;
+      text_.push_back(entity.character);
+      return true;
+    }
+    return false;
+  }
+
+  const char* at_;
+  const char* end_;
+  PropertyListBuilder builder_;
+  std::string text_;
+};
+
+}  // namespace
+
+std::optional<Value> readPlainPropertyList(std::string_view text) { return Reader(text).read(); }
+
+}  // namespace commandfilter::detail
