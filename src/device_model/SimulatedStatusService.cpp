@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "runtime/Cast.h"
 #include "runtime/Description.h"
@@ -68,10 +69,16 @@ constexpr std::array<FeatureMessage, 8> kFeatureMessages{{
      }},
 }};
 
-const FeatureMessage* featureMessage(std::string_view selector) {
-  const auto* const found =
-      std::ranges::find(kFeatureMessages, selector, &FeatureMessage::selector);
-  return found != kFeatureMessages.end() ? found : nullptr;
+const FeatureMessage* featureMessage(const Selector& selector) {
+  static const auto selectors = [] {
+    std::vector<Selector> made;
+    for (const FeatureMessage& message : kFeatureMessages) made.emplace_back(message.selector);
+    return made;
+  }();
+  const auto found = std::ranges::find(selectors, selector);
+  return found != selectors.end()
+             ? &kFeatureMessages[static_cast<std::size_t>(found - selectors.begin())]
+             : nullptr;
 }
 
 }  // namespace
@@ -104,7 +111,7 @@ MethodSignature SimulatedStatusService::methodSignatureForSelector(const Selecto
   if (messages_ && !messages_->objectForKey(selector.name()).isNil()) {
     return MethodSignature(std::string_view(kObjects.data(), selector.argumentCount() + 1));
   }
-  const FeatureMessage* feature = features_ ? featureMessage(selector.name()) : nullptr;
+  const FeatureMessage* feature = features_ ? featureMessage(selector) : nullptr;
   return feature != nullptr ? MethodSignature(feature->types) : MethodSignature();
 }
 
@@ -121,7 +128,7 @@ void SimulatedStatusService::forwardInvocation(Invocation& invocation) {
     invocation.setReturnValue(answers != nullptr ? answers->objectForKey(text) : Value());
     return;
   }
-  const FeatureMessage* feature = features_ ? featureMessage(name) : nullptr;
+  const FeatureMessage* feature = features_ ? featureMessage(invocation.selector()) : nullptr;
   if (feature == nullptr) {
     Object::forwardInvocation(invocation);
     return;

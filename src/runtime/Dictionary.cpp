@@ -59,10 +59,16 @@ const DictionaryEntry* find(const Entries& entries, const Index& index, const Va
 }
 
 const DictionaryEntry* find(const Entries& entries, const Index& index, std::string_view key) {
-  return find(entries, index, std::hash<std::string_view>{}(key), [key](const Value& candidate) {
+  const auto matches = [key](const Value& candidate) {
     return candidate.isKind(ObjectKind::String) &&
            sameText(static_cast<const String*>(candidate.object())->view(), key);
-  });
+  };
+  if (!index.empty()) {
+    return find(entries, index, std::hash<std::string_view>{}(key), matches);
+  }
+  // The hash of the text would cost more than it saves.
+  const auto found = std::ranges::find_if(entries, matches, &DictionaryEntry::key);
+  return found != entries.end() ? &*found : nullptr;
 }
 
 // A key against one that is no text, or written otherwise. Apart from the look-up of what is usual,
@@ -173,7 +179,7 @@ void indexLastEntry(const Entries& entries, Index& index) {
   }
 }
 
-void setEntry(Entries& entries, Index& index, Value key, Value value) {
+void setEntry(Entries& entries, Index& index, Value&& key, Value&& value) {
   assert(!key.isNil() && !value.isNil());
   const bool isText = key.isKind(ObjectKind::String);
   // A text is kept as it is.
@@ -242,7 +248,6 @@ const Value& Dictionary::objectForKey(const Value& key) const {
 }
 
 const Value& Dictionary::objectForKey(std::string_view key) const noexcept {
-  if (entries_.empty()) return kNil;
   const DictionaryEntry* entry = find(entries_, index_, key);
   return entry != nullptr ? entry->value : kNil;
 }

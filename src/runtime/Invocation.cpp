@@ -17,22 +17,29 @@ std::size_t argumentCountOf(const MethodSignature& signature) {
 }  // namespace
 
 Invocation::Invocation(MethodSignature signature, Value target, Selector selector)
-    : signature_(signature),
-      target_(std::move(target)),
-      selector_(selector),
-      arguments_(argumentCountOf(signature)) {}
+    : signature_(signature), target_(std::move(target)), selector_(selector) {
+  const std::size_t count = argumentCountOf(signature);
+  if (count > fewArguments_.size()) manyArguments_.resize(count);
+}
+
+std::span<const Value> Invocation::arguments() const noexcept {
+  if (!manyArguments_.empty()) return manyArguments_;
+  return std::span(fewArguments_).first(signature_.numberOfArguments() - kHiddenArguments);
+}
 
 const Value& Invocation::argumentAtIndex(std::size_t index) const {
-  if (index < kHiddenArguments || index - kHiddenArguments >= arguments_.size()) {
+  const std::span<const Value> all = arguments();
+  if (index < kHiddenArguments || index - kHiddenArguments >= all.size()) {
     throw Exception("invocation of " + selector_.name() + " has no argument " +
                     std::to_string(index));
   }
-  return arguments_[index - kHiddenArguments];
+  return all[index - kHiddenArguments];
 }
 
 void Invocation::setArgumentAtIndex(Value value, std::size_t index) {
   static_cast<void>(argumentAtIndex(index));
-  arguments_[index - kHiddenArguments] = std::move(value);
+  auto* const first = manyArguments_.empty() ? fewArguments_.data() : manyArguments_.data();
+  first[index - kHiddenArguments] = std::move(value);  // NOLINT: examined above
 }
 
 void Invocation::setZeroReturnValue() noexcept {
@@ -75,7 +82,7 @@ void Invocation::setZeroReturnValue() noexcept {
 }
 
 void Invocation::invokeWithTarget(const Value& target) {
-  returnValue_ = send(target, selector_, arguments_);
+  returnValue_ = send(target, selector_, arguments());
 }
 
 }  // namespace commandfilter

@@ -1,7 +1,9 @@
 // A message as an object: what is forwarded, and how a call is built at run time.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -42,10 +44,14 @@ class COMMANDFILTER_EXPORT Invocation {
   void invokeWithTarget(const Value& target);
 
  private:
+  [[nodiscard]] std::span<const Value> arguments() const noexcept;
+
   MethodSignature signature_;
   Value target_;
   Selector selector_;
-  std::vector<Value> arguments_;
+  /// Nearly every message has few arguments. Of more, all stand in the other place.
+  std::array<Value, 4> fewArguments_;
+  std::vector<Value> manyArguments_;
   Value returnValue_;
 };
 

@@ -1,7 +1,10 @@
 #include "runtime/PlainPropertyList.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -21,16 +24,45 @@ namespace {
 
 using Collection = PropertyListBuilder::Collection;
 
-// The characters of a text that need no further look.
-constexpr auto kPlain = [] {
+enum class Character : std::uint8_t { Other, Plain, Blank };
+
+// What the characters of a text are: plain ones and blanks need no further look. All of it is as
+// XML has it; a carriage return is a blank only between the elements.
+constexpr auto kCharacters = [] {
   constexpr unsigned char kFirst = ' ';
   constexpr unsigned char kBehind = 0x80;
-  std::array<bool, 256> plain{};
-  for (std::size_t c = kFirst; c < kBehind; ++c) plain[c] = true;
-  for (const unsigned char c : {'\t', '\n'}) plain[c] = true;
-  for (const unsigned char c : {'<', '&', '>'}) plain[c] = false;
-  return plain;
+  std::array<Character, 256> characters{};
+  for (std::size_t c = kFirst; c < kBehind; ++c) characters[c] = Character::Plain;
+  for (const unsigned char c : {'<', '&', '>'}) characters[c] = Character::Other;
+  for (const unsigned char c : {' ', '\t', '\n'}) characters[c] = Character::Blank;
+  return characters;
 }();
+
+Character characterOf(char c) noexcept { return kCharacters[static_cast<unsigned char>(c)]; }
+bool isInText(char c) noexcept { return characterOf(c) != Character::Other; }
+bool isBlank(char c) noexcept { return characterOf(c) == Character::Blank || c == '\r'; }
+
+using Word = std::uint64_t;
+
+constexpr Word inEachByte(unsigned char c) { return Word{0x0101010101010101U} * c; }
+// The high bit of each byte that is below a limit of at most 0x80, and perhaps of bytes that are
+// higher in the word than such a one.
+constexpr Word below(Word word, unsigned char limit) {
+  return (word - inEachByte(limit)) & ~word & inEachByte(0x80);
+}
+
+// How many of the next eight characters come before one that is not plain, or is a blank other than
+// the space.
+std::size_t countPlain(const char* text) noexcept {
+  Word word = 0;
+  std::memcpy(&word, text, sizeof word);
+  // These two differ in one bit.
+  constexpr unsigned char kDifference = '<' ^ '>';
+  const Word others = (word & inEachByte(0x80)) | below(word, ' ') |
+                      below(word ^ inEachByte('&'), 1) |
+                      below((word | inEachByte(kDifference)) ^ inEachByte('>'), 1);
+  return static_cast<std::size_t>(std::countr_zero(others)) / 8;
+}
 
 struct Entity {
   std::string_view reference;
@@ -75,7 +107,19 @@ class Reader {
   void skipWhile(Accepts&& accepts) {
     while (at_ != end_ && accepts(*at_)) ++at_;
   }
-  void skipBlanks() { skipWhile(isWhiteSpaceInXML); }
+  void skipBlanks() { skipWhile(isBlank); }
+  void skipText() {
+    if constexpr (std::endian::native == std::endian::little) {
+      while (static_cast<std::size_t>(end_ - at_) >= sizeof(Word)) {
+        const std::size_t count = countPlain(at_);
+        at_ += count;
+        if (count == sizeof(Word)) continue;
+        if (!isInText(*at_)) return;
+        ++at_;
+      }
+    }
+    skipWhile(isInText);
+  }
 
   bool readHead() {
     takes(R"(<?xml version="1.0" encoding="UTF-8"?>)");
@@ -160,18 +204,17 @@ class Reader {
   // The text up to this tag, which must be the next one. It stands until the next text is read.
   std::optional<std::string_view> textBefore(std::string_view endTag) {
     const char* begin = at_;
-    skipWhile(isPlain);
+    skipText();
     const std::string_view text(begin, at_);
     if (takes(endTag)) return text;
     return otherTextBefore(endTag, begin);
   }
-  static bool isPlain(char c) { return kPlain[static_cast<unsigned char>(c)]; }
 
   // The same for a text with characters that need a look, the first of which is next.
   std::optional<std::string_view> otherTextBefore(std::string_view endTag, const char* begin) {
     bool isASCII = true;
     text_.clear();
-    for (; at_ != end_ && *at_ != '<'; skipWhile(isPlain)) {
+    for (; at_ != end_ && *at_ != '<'; skipText()) {
       if (*at_ == '&') {
         text_.append(begin, at_);
         if (!readEntity()) return std::nullopt;

@@ -8,6 +8,11 @@
 
 namespace commandfilter::detail {
 
+void PropertyListBuilder::add(Value value) {
+  ++parts_;
+  complete_.push_back(std::move(value));
+}
+
 bool PropertyListBuilder::end() {
   const Open open = open_.back();
   const auto first = complete_.begin() + static_cast<std::ptrdiff_t>(open.first);

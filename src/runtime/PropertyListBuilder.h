@@ -52,10 +52,7 @@ class PropertyListBuilder {
     complete_.emplace_back(sharedKeys_.key(key));
   }
   /// A value that is no collection.
-  void add(Value value) {
-    ++parts_;
-    complete_.push_back(std::move(value));
-  }
+  void add(Value value);
   /// Ends the collection that began last. False when its last key has no value.
   [[nodiscard]] bool end();
 

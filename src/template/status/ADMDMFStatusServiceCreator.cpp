@@ -10,6 +10,7 @@
 #include "runtime/Send.h"
 #include "runtime/device_model/ADMServiceInfo.h"
 #include "runtime/device_model/DeviceModelConstants.h"
+#include "template/status/RecentQuestions.h"
 
 namespace commandfilter {
 
@@ -67,6 +68,8 @@ ADMDMFStatusServiceCreator::ADMDMFStatusServiceCreator(const Value& serviceInfo)
   if (device->serviceState() == kServiceStateResolved) serviceInfo_ = serviceInfo;
 }
 
+ADMDMFStatusServiceCreator::~ADMDMFStatusServiceCreator() = default;
+
 void ADMDMFStatusServiceCreator::setServiceInfo(const Value& serviceInfo) {
   if (serviceInfo.isIdenticalTo(serviceInfo_)) return;
   serviceInfo_ = serviceInfo;
@@ -109,7 +112,15 @@ RefPtr<MutableDictionary> ADMDMFStatusServiceCreator::userInfoForServiceName(con
   return userInfo;
 }
 
+std::shared_ptr<RecentQuestions> ADMDMFStatusServiceCreator::recentQuestionsForServiceName(
+    const String& name) {
+  const auto known = recentQuestions_.find(name.view());
+  if (known != recentQuestions_.end()) return known->second;
+  return recentQuestions_.emplace(name.text(), std::make_shared<RecentQuestions>()).first->second;
+}
+
 void ADMDMFStatusServiceCreator::reinitializeServices() {
+  for (const auto& [name, questions] : recentQuestions_) questions->forgetService();
   if (statusServices_) statusServices_->removeAllObjects();
   if (!userInfos_) return;
   // Proxies may still hold a store; it must not keep what was answered.

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
 
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -41,6 +45,8 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
   bool servicesAvailable() override { return !serviceInfo_.isNil(); }
   void reinitializeServices() override;
   [[nodiscard]] std::uint64_t generation() const noexcept override;
+  [[nodiscard]] std::shared_ptr<RecentQuestions> recentQuestionsForServiceName(
+      const String& name) override;
 
   /// The services so far by name, the null object for one that could not be made.
   [[nodiscard]] MutableDictionary& statusServices();
@@ -55,12 +61,13 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
   friend Ref<T> make(Arguments&&... arguments);
 
   explicit ADMDMFStatusServiceCreator(const Value& serviceInfo);
-  ~ADMDMFStatusServiceCreator() override = default;
+  ~ADMDMFStatusServiceCreator() override;
 
   [[nodiscard]] Value newService(const String& name) const;
 
   RefPtr<MutableDictionary> statusServices_;
   RefPtr<MutableDictionary> userInfos_;
+  std::map<std::string, std::shared_ptr<RecentQuestions>, std::less<>> recentQuestions_;
   Value serviceInfo_;
   RefPtr<String> printerURI_;
 };

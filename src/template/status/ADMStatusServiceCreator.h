@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "runtime/Export.h"
 #include "runtime/MutableDictionary.h"
@@ -11,6 +12,8 @@
 #include "runtime/Value.h"
 
 namespace commandfilter {
+
+struct RecentQuestions;
 
 /// Makes the status services of one device by name, each once, and keeps a cache for each name. It
 /// stands under "ServiceCreator" in the global configuration of a template.
@@ -33,6 +36,12 @@ class COMMANDFILTER_EXPORT ADMStatusServiceCreator : public ProtocolBase {
   /// current one of its name any more: until then a proxy need not ask for it again. 0, which the
   /// base answers, says that it has to ask every time.
   [[nodiscard]] virtual std::uint64_t generation() const noexcept { return 0; }
+  /// What the proxies for that name remember together; nil, which the base answers, when each of
+  /// them has to remember for itself.
+  [[nodiscard]] virtual std::shared_ptr<RecentQuestions> recentQuestionsForServiceName(
+      const String& /*name*/) {
+    return nullptr;
+  }
 
  protected:
   ~ADMStatusServiceCreator() = default;

@@ -78,7 +78,9 @@ constinit const Class ADMStatusServiceProxy::kClass{.name = "ADMStatusServicePro
 
 ADMStatusServiceProxy::ADMStatusServiceProxy(Ref<ADMStatusServiceCreator> creator,
                                              Ref<String> serviceName)
-    : serviceCreator_(std::move(creator)), serviceName_(std::move(serviceName)) {}
+    : serviceCreator_(std::move(creator)),
+      serviceName_(std::move(serviceName)),
+      recent_(serviceCreator_->recentQuestionsForServiceName(*serviceName_)) {}
 
 ADMStatusServiceProxy::~ADMStatusServiceProxy() = default;
 
@@ -117,7 +119,7 @@ void ADMStatusServiceProxy::remember(const ServiceQuestion& question, const Valu
                                      const Value& answer,
                                      const RefPtr<MutableDictionary>& kept) const {
   if (!question.canBeRemembered()) return;
-  if (!recent_) recent_ = std::make_unique<RecentQuestions>();
+  if (!recent_) recent_ = std::make_shared<RecentQuestions>();
   recent_->answers.remember(question, {key, answer, kept, serviceCreator_->generation()});
 }
 
@@ -133,6 +135,7 @@ Value ADMStatusServiceProxy::keptOr(const ServiceQuestion& question, const Value
   }
   Value answer = ask();
   kept->setObject_forKey(answer.orNull(), key);
+  remember(question, key, answer.orNull(), kept);
   return answer;
 }
 

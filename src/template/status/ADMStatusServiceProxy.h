@@ -113,8 +113,9 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
 
   Ref<ADMStatusServiceCreator> serviceCreator_;
   Ref<String> serviceName_;
-  /// nil until an answer is found where answers are kept: many proxies are asked little, and once.
-  mutable std::unique_ptr<RecentQuestions> recent_;
+  /// The creator's, or else made when an answer is found where answers are kept: many proxies are
+  /// asked little, and once.
+  mutable std::shared_ptr<RecentQuestions> recent_;
 };
 
 }  // namespace commandfilter

@@ -5,10 +5,7 @@
 namespace commandfilter {
 
 void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) {
-  if (!isCurrent(kept.generation)) {
-    store_ = nullptr;
-    for (Entry& entry : entries_) entry.answer = Value();
-  }
+  if (!isCurrent(kept.generation)) forgetAnswers();
   if (entries_.empty()) entries_.resize(kFewest);
   std::size_t place = find(question);
   if (entries_[place].isFree()) {
@@ -26,6 +23,11 @@ void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) 
   store_ = kept.store;
   losses_ = kept.store->losses();
   generation_ = kept.generation;
+}
+
+void RecentAnswers::forgetAnswers() noexcept {
+  store_ = nullptr;
+  for (Entry& entry : entries_) entry.answer = Value();
 }
 
 void RecentAnswers::makeRoom() {

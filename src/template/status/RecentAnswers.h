@@ -40,10 +40,12 @@ class RecentAnswers {
   }
   /// The question must be one that can be remembered.
   void remember(const ServiceQuestion& question, const Kept& kept);
+  /// Forgets the answers, not the keys.
+  void forgetAnswers() noexcept;
 
  private:
-  static constexpr std::size_t kFewest = 4;
-  static constexpr std::size_t kMost = 256;
+  static constexpr std::size_t kFewest = 16;
+  static constexpr std::size_t kMost = 1024;
   static constexpr Value kNone{};
 
   struct Entry {

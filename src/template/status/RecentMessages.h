@@ -44,9 +44,10 @@ class RecentMessages {
   void remember(const Value& service, const Selector& selector, MessageForm form) {
     entries_[placeOf(selector)] = {&selector.name(), service, form};
   }
+  void forget() noexcept { entries_ = {}; }
 
  private:
-  static constexpr std::size_t kPlaces = 4;
+  static constexpr std::size_t kPlaces = 16;
 
   struct Entry {
     const void* name = nullptr;
@@ -57,7 +58,7 @@ class RecentMessages {
   [[nodiscard]] static std::size_t placeOf(const Selector& selector) noexcept {
     const auto bits = reinterpret_cast<std::uintptr_t>(&selector.name());
     // Names lie at multiples of 16, so the lowest bits tell nothing.
-    return (bits >> 4U ^ bits >> 7U) % kPlaces;
+    return (bits >> 4U ^ bits >> 9U) % kPlaces;
   }
 
   std::array<Entry, kPlaces> entries_;

@@ -1,4 +1,4 @@
-// What a proxy remembers of the questions that it was asked last.
+// What the proxies of a service remember of the questions that they were asked last.
 #pragma once
 
 #include "template/status/RecentAnswers.h"
@@ -6,8 +6,14 @@
 
 namespace commandfilter {
 
-/// Both in one piece of memory, which many proxies never need.
+/// Both, for one service.
 struct RecentQuestions {
+  /// Forgets the service and its answers.
+  void forgetService() noexcept {
+    answers.forgetAnswers();
+    messages.forget();
+  }
+
   RecentAnswers answers;
   RecentMessages messages;
 };
