@@ -1,5 +1,6 @@
-// Any bytes are a property list or refused with a reason; what is read can be written and read
-// again, and an observer is told of places inside of the file only.
+// Any bytes are a property list or refused with a reason, in the same way with an observer and
+// without; what is read can be written and read again, and an observer is told of places inside of
+// the file only.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "PropertyListText.h"
+#include "runtime/Description.h"
 #include "runtime/PropertyList.h"
 
 namespace {
@@ -53,7 +55,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Follower follower(size);
   Result<Value> list = parsePropertyList(bytes, &follower);
   require(static_cast<bool>(list) == list.reason().empty());
+  // Without an observer a list may be read without the XML parser.
+  Result<Value> unobserved = parsePropertyList(bytes);
+  require(unobserved.reason() == list.reason());
   if (!list) return 0;
+  require(descriptionOf(*unobserved) == descriptionOf(*list));
   require(follower.hasEnded());
   require(static_cast<bool>(parsePropertyList(tools::propertyListText(*list))));
   return 0;

@@ -40,7 +40,8 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 string(REGEX MATCH "^[0-9]+" icu_version "${ICU_VERSION}")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library_package})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "libicu${icu_version}, libplist${LibPlist_SOVERSION}, libuv1")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS
+  "libexpat1, libicu${icu_version}, libplist${LibPlist_SOVERSION}, libuv1")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${documents}/shlibs ${debian}/triggers)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "object runtime and template engine of the command filter
 The command filter carries out the commands of CUPS command files, such as

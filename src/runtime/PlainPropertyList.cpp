@@ -1,5 +1,6 @@
 #include "runtime/PlainPropertyList.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -71,9 +72,11 @@ struct Entity {
 constexpr std::array kEntities{Entity{"&lt;", '<'}, Entity{"&gt;", '>'}, Entity{"&amp;", '&'},
                                Entity{"&quot;", '"'}, Entity{"&apos;", '\''}};
 
-// True for UTF-8 without the two characters of three bytes that XML does not have.
+// True for UTF-8 without the characters that XML does not have.
 bool isTextInXML(std::string_view text) {
-  return isUTF8(text) && text.find("\xEF\xBF\xBE") == std::string_view::npos &&
+  return std::ranges::all_of(
+             text, [](char c) { return static_cast<unsigned char>(c) >= ' ' || isBlank(c); }) &&
+         isUTF8(text) && text.find("\xEF\xBF\xBE") == std::string_view::npos &&
          text.find("\xEF\xBF\xBF") == std::string_view::npos;
 }
 
@@ -107,7 +110,24 @@ class Reader {
   void skipWhile(Accepts&& accepts) {
     while (at_ != end_ && accepts(*at_)) ++at_;
   }
-  void skipBlanks() { skipWhile(isBlank); }
+  // Blanks and comments; a comment with something to object to stays.
+  void skipBlanks() {
+    do {
+      skipWhile(isBlank);
+    } while (takesComment());
+  }
+  bool takesComment() {
+    constexpr std::string_view kBegin = "<!--";
+    constexpr std::string_view kEnd = "-->";
+    if (!rest().starts_with(kBegin)) return false;
+    const std::string_view behind = rest().substr(kBegin.size());
+    // Two hyphens can only end it.
+    const std::size_t size = std::min(behind.find("--"), behind.size());
+    const std::string_view text = behind.substr(0, size);
+    if (!behind.substr(size).starts_with(kEnd) || !isTextInXML(text)) return false;
+    at_ += kBegin.size() + size + kEnd.size();
+    return true;
+  }
   void skipText() {
     if constexpr (std::endian::native == std::endian::little) {
       while (static_cast<std::size_t>(end_ - at_) >= sizeof(Word)) {
@@ -150,7 +170,7 @@ class Reader {
   bool readValue() {
     if (takes("<string>")) {
       return addScalar("</string>",
-                       [](std::string_view text) { return std::optional(String::create(text)); });
+                       [](std::string_view text) { return std::optional(String::ofUTF8(text)); });
     }
     if (takes("<dict>")) return begin(Collection::Dictionary);
     if (takes("<integer>")) return addScalar("</integer>", integerFromXML);

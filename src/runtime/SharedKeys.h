@@ -18,7 +18,7 @@ class SharedKeys {
   /// The string of the text, which is well-formed UTF-8.
   Ref<String> key(std::string_view text) {
     RefPtr<String>& recent = keys_[placeHash(text) % kCount];
-    if (!recent || !sameText(recent->view(), text)) recent = String::create(text);
+    if (!recent || !sameText(recent->view(), text)) recent = String::ofUTF8(text);
     return Ref<String>(*recent);
   }
 

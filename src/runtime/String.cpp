@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -67,6 +68,11 @@ constinit const Class String::kClass{
 
 Ref<String> String::create(std::string_view text) {
   if (!isUTF8(text)) return make<String>(std::string_view(toWellFormedUTF8(text)));
+  return make<String>(text);
+}
+
+Ref<String> String::ofUTF8(std::string_view text) {
+  assert(isUTF8(text));
   return make<String>(text);
 }
 

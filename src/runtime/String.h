@@ -28,6 +28,8 @@ class COMMANDFILTER_EXPORT String final : public Object {
 
   /// A string of text that is UTF-8; ill-formed sequences become U+FFFD.
   [[nodiscard]] static Ref<String> create(std::string_view text);
+  /// A string of text that is known to be well-formed UTF-8.
+  [[nodiscard]] static Ref<String> ofUTF8(std::string_view text);
   /// A string of exactly these bytes; nil when they are not UTF-8.
   [[nodiscard]] static RefPtr<String> fromUTF8(std::string_view text);
   /// A string of what a device sends, which rarely says how it encodes characters beyond ASCII:

@@ -37,6 +37,21 @@ TEST(Invocation, KeepsArgumentsFromIndexTwo) {
   EXPECT_EQ(invocation.argumentAtIndex(3).number().longValue(), 5);
 }
 
+TEST(Invocation, KeepsAnyNumberOfArguments) {
+  for (std::size_t count = 0; count <= 6; ++count) {
+    const std::string types(count + 1, '@');
+    Invocation invocation(MethodSignature(types), Value(), Selector("any"));
+    for (std::size_t i = 0; i < count; ++i) {
+      invocation.setArgumentAtIndex(Number::integer(static_cast<int>(i)), i + 2);
+    }
+    const Invocation copy = invocation;
+    for (std::size_t i = 0; i < count; ++i) {
+      EXPECT_EQ(copy.argumentAtIndex(i + 2).number().longValue(), static_cast<int>(i)) << count;
+    }
+    EXPECT_FALSE(reasonOf([&] { static_cast<void>(copy.argumentAtIndex(count + 2)); }).empty());
+  }
+}
+
 TEST(Invocation, RaisesForArgumentsThatItDoesNotHave) {
   Invocation invocation(MethodSignature("@@"), Value(), Selector("greet:"));
   for (const std::size_t index : {std::size_t{0}, std::size_t{1}, std::size_t{3}, SIZE_MAX}) {

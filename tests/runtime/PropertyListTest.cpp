@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "BinaryList.h"
+#include "ReadBothWays.h"
 #include "TestFiles.h"
 #include "TestValues.h"
 #include "runtime/Cast.h"
@@ -26,6 +27,7 @@ using namespace std::string_view_literals;
 using testing::BinaryList;
 using testing::makeFifo;
 using testing::makeFile;
+using testing::readBothWays;
 using testing::TemporaryFolder;
 
 constexpr auto kHeader =
@@ -40,13 +42,13 @@ std::string xml(std::string_view content) {
 
 // What the bytes say; nil, with a failure of the test, when they are no list.
 Value parsed(std::string_view bytes) {
-  Result<Value> result = parsePropertyList(bytes);
+  Result<Value> result = readBothWays(bytes);
   EXPECT_TRUE(result) << result.reason();
   return result ? *result : Value();
 }
 
 std::string failureOf(std::string_view bytes) {
-  const Result<Value> result = parsePropertyList(bytes);
+  const Result<Value> result = readBothWays(bytes);
   EXPECT_FALSE(result);
   return result.reason();
 }
@@ -61,6 +63,19 @@ constexpr auto kSample = R"(<dict>
   <key>Data</key><data>AAEC/w==</data>
   <key>Nothing</key><dict/>
 </dict>)"sv;
+
+// The same without character references, which only the XML parser reads.
+constexpr auto kPlainSample =
+    "<dict>\n"
+    "  <key>Text</key><string>Gr\u00FC\u00DF"
+    "e &amp; &lt;more> &quot;&apos;</string>\n"
+    "  <key>Empty</key><string/>\n"
+    "  <key>Flags</key><array><true/><false/></array>\n"
+    "  <key>Integer</key><integer>42</integer>\n"
+    "  <key>Real</key><real>-0.25</real>\n"
+    "  <key>Date</key><date>2020-01-31T12:00:00Z</date>\n"
+    "  <key>Data</key><data>\n\tAAEC\n\t/w==\n\t</data>\n"
+    "  <key>Nothing</key><dict></dict>\n</dict>"sv;
 
 void expectSample(const Value& value) {
   const auto* dictionary = castTo<Dictionary>(value);
@@ -104,7 +119,10 @@ std::string binarySample() {
   return {bytes, size};
 }
 
-TEST(PropertyList, ReadsXML) { expectSample(parsed(xml(kSample))); }
+TEST(PropertyList, ReadsXML) {
+  expectSample(parsed(xml(kSample)));
+  expectSample(parsed(xml(kPlainSample)));
+}
 
 TEST(PropertyList, ReadsBinary) { expectSample(parsed(binarySample())); }
 
@@ -234,12 +252,13 @@ TEST(PropertyList, MakesBinaryTextWellFormed) {
 }
 
 TEST(PropertyList, SurvivesXMLThatEndsAtAnyByte) {
-  const std::string text = xml(kSample);
-  const std::size_t content = text.rfind("</plist>") + "</plist>"sv.size();
-  for (std::size_t size = 0; size < text.size(); ++size) {
-    const Result<Value> result = parsePropertyList(std::string_view(text).substr(0, size));
-    EXPECT_EQ(static_cast<bool>(result), size >= content) << size;
-    EXPECT_EQ(static_cast<bool>(result), result.reason().empty()) << size;
+  for (const std::string& text : {xml(kSample), xml(kPlainSample)}) {
+    const std::size_t content = text.rfind("</plist>") + "</plist>"sv.size();
+    for (std::size_t size = 0; size < text.size(); ++size) {
+      const Result<Value> result = readBothWays(std::string_view(text).substr(0, size));
+      EXPECT_EQ(static_cast<bool>(result), size >= content) << size;
+      EXPECT_EQ(static_cast<bool>(result), result.reason().empty()) << size;
+    }
   }
 }
 
@@ -251,12 +270,12 @@ TEST(PropertyList, SurvivesABinaryListThatEndsAtAnyByte) {
 }
 
 TEST(PropertyList, SurvivesAnyChangedByte) {
-  for (const std::string& original : {xml(kSample), binarySample()}) {
+  for (const std::string& original : {xml(kSample), xml(kPlainSample), binarySample()}) {
     for (std::size_t i = 0; i < original.size(); ++i) {
       for (const unsigned change : {0x01U, 0x10U, 0x80U, 0xFFU}) {
         std::string bytes = original;
         bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) ^ change);
-        Result<Value> result = parsePropertyList(bytes);
+        Result<Value> result = readBothWays(bytes);
         EXPECT_EQ(static_cast<bool>(result), result.reason().empty());
       }
     }

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "ReadBothWays.h"
 #include "TestValues.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
@@ -27,6 +28,7 @@ namespace {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 using ::testing::HasSubstr;
+using testing::readBothWays;
 
 constexpr std::size_t kMillion = 1'000'000;
 
@@ -43,13 +45,13 @@ std::string list(std::string_view content) {
 
 // The content of a list; nil, with a failure of the test, when it is refused.
 Value parsed(std::string_view bytes) {
-  Result<Value> result = parsePropertyList(bytes);
+  Result<Value> result = readBothWays(bytes);
   EXPECT_TRUE(result) << bytes.substr(0, 100) << ": " << result.reason();
   return result ? *result : Value();
 }
 
 // Why the bytes are refused; empty when they are a list.
-std::string objectionTo(std::string_view bytes) { return parsePropertyList(bytes).reason(); }
+std::string objectionTo(std::string_view bytes) { return readBothWays(bytes).reason(); }
 
 Value scalar(std::string_view element, std::string_view text) {
   const std::string name(element);

@@ -26,8 +26,12 @@ constexpr std::array kProxyMethods{
 // The receiver and the selector come before a message's own arguments.
 constexpr std::size_t kHidden = 2;
 
+// What most keys fit in, so that they are put together in one piece of memory.
+constexpr std::size_t kUsualKey = 64;
+
 Value joinComponents(const Array& components) {
   std::string text;
+  text.reserve(kUsualKey);
   for (std::size_t i = 0; i < components.count(); ++i) {
     if (i != 0) text.push_back('#');
     appendDescription(text, components[i]);
@@ -44,7 +48,9 @@ Value argumentOf(const Invocation& invocation) {
 }
 
 Value joinMessage(const Selector& selector, const Value& argument) {
-  std::string text = "@" + selector.name();
+  std::string text;
+  text.reserve(kUsualKey);
+  text.append("@").append(selector.name());
   if (!argument.isNil()) appendDescription(text, argument);
   return String::create(std::move(text));
 }

@@ -44,7 +44,7 @@ class RecentAnswers {
   void forgetAnswers() noexcept;
 
  private:
-  static constexpr std::size_t kFewest = 16;
+  static constexpr std::size_t kFewest = 64;
   static constexpr std::size_t kMost = 1024;
   static constexpr Value kNone{};
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "runtime/Array.h"
 #include "runtime/Bundle.h"
 #include "runtime/Cast.h"
 #include "runtime/Class.h"
@@ -17,6 +18,7 @@
 #include "runtime/TestValues.h"
 #include "runtime/device_model/DeviceModelConstants.h"
 #include "template/status/ADMStatusServiceProxy.h"
+#include "template/status/doubles/ServiceDouble.h"
 #include "template/status/doubles/ServiceInfoDouble.h"
 
 namespace commandfilter::testing {
@@ -217,6 +219,70 @@ TEST_F(StatusServiceCreator, SaysWhenSomethingIsNotCurrentAnyMore) {
   static_cast<void>(serviceNamed("Test"));
   creator_->statusServices().setObject_forKey(stringOf("another"), stringOf("Test"));
   EXPECT_TRUE(hasChanged());
+}
+
+// The proxies for one name remember together what they were asked.
+class SharedMemory : public StatusServiceCreator {
+ protected:
+  SharedMemory() {
+    service_->answer("valueForFeature:", Number::integer(5));
+    script_.service = service_;
+  }
+  RefPtr<ADMStatusServiceProxy> proxyFor(std::string_view name) {
+    return ADMStatusServiceProxy::proxyForServiceCreator_serviceName(
+        creator_.get(), String::create(std::string(name)).get());
+  }
+  std::string valueFor(std::string_view name) {
+    RefPtr<String> reason;
+    const Value value = proxyFor(name)->valueForFeaturePathComponents_errorInfo(*path_, reason);
+    return value.isNil() ? "nil: " + std::string(textOf(reason.get())) : descriptionOf(value);
+  }
+  bool isKnown(std::string_view name) {
+    return !proxyFor(name)->knownValueForFeaturePathComponents(*path_).isNil();
+  }
+
+  Ref<ServiceDouble> service_ = ServiceDouble::create();
+  Ref<Array> path_ = Array::create({stringOf("Level")});
+};
+
+TEST_F(SharedMemory, IsOfAllProxiesForAName) {
+  EXPECT_FALSE(isKnown("Test"));
+  EXPECT_EQ(valueFor("Test"), "5");
+  EXPECT_TRUE(isKnown("Test"));
+  EXPECT_FALSE(isKnown("Other"));
+  EXPECT_EQ(valueFor("Test"), "5");
+  EXPECT_EQ(service_->calls().size(), 1U);
+}
+
+TEST_F(SharedMemory, EndsWithTheServices) {
+  EXPECT_EQ(valueFor("Test"), "5");
+  service_->answer("valueForFeature:", Number::integer(6));
+  EXPECT_EQ(valueFor("Test"), "5");
+  creator_->reinitializeServices();
+  EXPECT_FALSE(isKnown("Test"));
+  EXPECT_EQ(valueFor("Test"), "6");
+  creator_->setServiceInfo(Value());
+  EXPECT_FALSE(isKnown("Test"));
+  EXPECT_EQ(valueFor("Test"), "nil: Empty service");
+}
+
+TEST_F(SharedMemory, KeepsNothingOfForgottenServices) {
+  const Ref<Array> answer = Array::create({Number::integer(1)});
+  service_->answer("levels", answer);
+  service_->answer("valueForFeature:", answer);
+  const auto inTest = answer->referenceCount();
+  const auto ofService = service_->referenceCount();
+  const RefPtr<ADMStatusServiceProxy> proxy = proxyFor("Test");
+  for (int i = 0; i < 3; ++i) {
+    Value value;
+    EXPECT_TRUE(proxy->answerMessage(Selector("levels"), Value(), value));
+    EXPECT_EQ(valueFor("Test"), descriptionOf(answer));
+  }
+  EXPECT_GT(answer->referenceCount(), inTest);
+  EXPECT_GT(service_->referenceCount(), ofService);
+  creator_->reinitializeServices();
+  EXPECT_EQ(answer->referenceCount(), inTest);
+  EXPECT_EQ(service_->referenceCount(), ofService);
 }
 
 TEST_F(StatusServiceCreator, TakesAnotherDevice) {

@@ -1,0 +1,38 @@
+// Property lists, read by both readers of XML.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string_view>
+
+#include "runtime/Comparison.h"
+#include "runtime/Description.h"
+#include "runtime/PropertyList.h"
+
+namespace commandfilter::testing {
+
+/// An observer to whom nothing matters.
+class IndifferentObserver final : public PropertyListObserver {
+ public:
+  void begin(Part /*part*/, std::size_t /*place*/) override {}
+  void append(std::string_view /*text*/, std::size_t /*place*/) override {}
+  void end(std::size_t /*place*/) override {}
+};
+
+/// What `parsePropertyList` says. Where it is observed the XML parser reads, whatever the form of
+/// the list: it must say the same.
+inline Result<Value> readBothWays(std::string_view bytes) {
+  IndifferentObserver observer;
+  Result<Value> result = parsePropertyList(bytes);
+  Result<Value> observed = parsePropertyList(bytes, &observer);
+  constexpr std::size_t kShown = 200;
+  EXPECT_EQ(result.reason(), observed.reason()) << bytes.substr(0, kShown);
+  if (result && observed) {
+    EXPECT_TRUE(equal(*result, *observed)) << bytes.substr(0, kShown);
+    EXPECT_EQ(descriptionOf(*result), descriptionOf(*observed)) << bytes.substr(0, kShown);
+  }
+  return result;
+}
+
+}  // namespace commandfilter::testing
