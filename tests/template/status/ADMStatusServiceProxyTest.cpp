@@ -240,8 +240,7 @@ TEST_F(StatusServiceProxy, PutsTheKeyOfAPathTogetherOnce) {
   service_->answer("valueForFeature:", stringOf("ready"));
   const Ref<String> name = String::create("a");
   const Ref<Array> path = Array::create({Value(name)});
-  // From the second question on, the proxy remembers what the path is made of.
-  static_cast<void>(valueAt(*path));
+  // What the path is made of is remembered, so that it tells the question from then on.
   EXPECT_EQ(name->referenceCount(), 2U);
   static_cast<void>(valueAt(*path));
   EXPECT_EQ(name->referenceCount(), 3U);
