@@ -11,6 +11,9 @@ endif()
 
 # Calls inside the library need not go through its procedure table: nothing replaces its symbols.
 add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
+# Most virtual functions here have a default in the header that the usual class overrides. The
+# compiler would take the default, all that it sees, for the likely one and test for it first.
+add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-devirtualize-speculatively>)
 add_link_options(-Wl,-Bsymbolic-functions -Wl,--as-needed)
 # Programs, too, find the library's data through their table of addresses: a program that had a
 # copy of a class, as position-independent programs may, would have another class.
