@@ -181,16 +181,23 @@ void ADMEvaluationProcessor::compile() {
 }
 
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
-  if (!rootItem_) return {};
   // Only beside an older error does a new one have to be told from it.
-  if (context.recordedError() != nullptr) [[unlikely]] {
-    const ErrorWatch watch(context);
-    Value result = rootItem_->evaluate(context);
-    watch.noteExpression(expressionString_);
-    return result;
+  const bool isUsual = rootItem_ && context.recordedError() == nullptr;
+  Value result = isUsual ? rootItem_->evaluate(context) : executeBesideError(context);
+  if (!isUsual) return result;
+  if (ADMEvaluationError* error = context.recordedError()) [[unlikely]] {
+    error->noteExpression(expressionString_);
   }
+  return result;
+}
+
+// Apart from the usual case, which would make room for it whenever it begins.
+[[gnu::noinline]] Value ADMEvaluationProcessor::executeBesideError(
+    ADMEvaluationContext& context) const {
+  if (!rootItem_) return {};
+  const ErrorWatch watch(context);
   Value result = rootItem_->evaluate(context);
-  if (ADMEvaluationError* error = context.recordedError()) error->noteExpression(expressionString_);
+  watch.noteExpression(expressionString_);
   return result;
 }
 

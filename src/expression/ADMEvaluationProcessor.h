@@ -54,6 +54,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationProcessor final : public Object {
   ~ADMEvaluationProcessor() override = default;
 
   void compile();
+  /// Executes an expression without a root, or in a context that has an error already.
+  [[nodiscard]] Value executeBesideError(ADMEvaluationContext& context) const;
 
   RefPtr<ADMEvaluationItemBase> rootItem_;
   Ref<ADMEvaluationContext> context_;
