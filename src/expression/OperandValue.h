@@ -21,19 +21,21 @@ class OperandValue {
  public:
   [[gnu::always_inline]] OperandValue(const ADMEvaluationItemBase* operand,
                                       ADMEvaluationContext& context)
-      : literal_(operand != nullptr ? literalOf(*operand) : nullptr),
-        own_(operand == nullptr || literal_ != nullptr ? Value() : operand->evaluate(context)) {}
+      : OperandValue(operand, operand != nullptr ? literalOf(*operand) : nullptr, context) {}
   OperandValue(const OperandValue&) = delete;
   OperandValue& operator=(const OperandValue&) = delete;
 
-  [[nodiscard]] const Value& operator*() const noexcept {
-    return literal_ != nullptr ? literal_->value() : own_;
-  }
-  [[nodiscard]] const Value* operator->() const noexcept { return &**this; }
+  [[nodiscard]] const Value& operator*() const noexcept { return value_; }
+  [[nodiscard]] const Value* operator->() const noexcept { return &value_; }
 
  private:
-  const LiteralItem* literal_;
+  [[gnu::always_inline]] OperandValue(const ADMEvaluationItemBase* operand,
+                                      const LiteralItem* literal, ADMEvaluationContext& context)
+      : own_(operand == nullptr || literal != nullptr ? Value() : operand->evaluate(context)),
+        value_(literal != nullptr ? literal->value() : own_) {}
+
   Value own_;
+  const Value& value_;
 };
 
 }  // namespace commandfilter
