@@ -93,6 +93,11 @@ ADMNamedValues* ADMEvaluationContextBase::constants() {
   const SharedConfiguration* shared = sharedConfiguration();
   return shared != nullptr ? shared->constants() : nullptr;
 }
+Object* ADMEvaluationContextBase::permanenceOfConstants() {
+  const SharedConfiguration* shared = sharedConfiguration();
+  return shared != nullptr ? shared->permanenceOfConstants() : nullptr;
+}
+
 
 ADMNamedValues* ADMEvaluationContextBase::templateValues() {
   const SharedConfiguration* shared = sharedConfiguration();

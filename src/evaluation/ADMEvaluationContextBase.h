@@ -51,6 +51,7 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
     if (lastError_) lastError_ = nullptr;
   }
   [[nodiscard]] ADMNamedValues* constants() final;
+  [[nodiscard]] Object* permanenceOfConstants() final;
   [[nodiscard]] ADMNamedValues* templateValues() final;
 
   /// Shares what another context has found in the configuration, so that no macro is compiled

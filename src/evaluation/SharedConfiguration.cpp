@@ -14,6 +14,7 @@ constinit const Class SharedConfiguration::kClass{.name = "SharedConfiguration",
 SharedConfiguration::SharedConfiguration(Ref<Dictionary> configuration)
     : configuration_(std::move(configuration)),
       constants_(castTo<ADMNamedValues>(configuration_->objectForKey("TemplateConstants"))),
+      permanenceOfConstants_(constants_ != nullptr ? constants_->permanence() : nullptr),
       templateValues_(
           castTo<ADMNamedValues>(configuration_->objectForKey("EntireTemplateProcessor"))) {}
 

@@ -39,7 +39,9 @@ class SharedConfiguration final : public Object {
   [[nodiscard]] const Dictionary& configuration() const noexcept { return *configuration_; }
   /// nullptr when the configuration has no constants, or they answer to messages only. Borrowed.
   [[nodiscard]] ADMNamedValues* constants() const noexcept { return constants_; }
-  /// The same for the values of the template.
+  /// What they answer as their permanence; nullptr without them. Borrowed.
+  [[nodiscard]] Object* permanenceOfConstants() const noexcept { return permanenceOfConstants_; }
+  /// The same as `constants` for the values of the template.
   [[nodiscard]] ADMNamedValues* templateValues() const noexcept { return templateValues_; }
   /// The macro of that name, compiled on the first call; nullptr when there is none.
   /// @throws Exception when what stands under the name is no text.
@@ -71,6 +73,7 @@ class SharedConfiguration final : public Object {
 
   Ref<Dictionary> configuration_;
   ADMNamedValues* constants_;
+  Object* permanenceOfConstants_;
   ADMNamedValues* templateValues_;
   std::array<Recent, kPlaces> recent_{};
   // By identity: a template holds each macro's text once, and the processor keeps it alive.

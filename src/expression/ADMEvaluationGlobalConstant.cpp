@@ -19,10 +19,16 @@ bool isPlain(const Value& value) { return value.isNumber() || value.isKind(Objec
 }  // namespace
 
 Value ADMEvaluationGlobalConstant::evaluate(ADMEvaluationContext& context) const {
+  Object* permanence = context.permanenceOfConstants();
+  const bool isKnown = permanence != nullptr && permanence == permanence_.get();
+  return isKnown ? value_ : find(context, permanence);
+}
+
+// Apart from what is known, which would make room for it whenever it is asked for.
+[[gnu::noinline]] Value ADMEvaluationGlobalConstant::find(ADMEvaluationContext& context,
+                                                          Object* permanence) const {
   ADMNamedValues* constants = context.constants();
   if (constants == nullptr) return ask(context);
-  Object* permanence = constants->permanence();
-  if (permanence != nullptr && permanence == permanence_.get()) return value_;
   Value value = constants->valueNamed(*name_);
   if (permanence != nullptr && isPlain(value)) {
     permanence_ = RefPtr<Object>(permanence);

@@ -36,6 +36,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationGlobalConstant final : public ADMEvaluat
       : ADMEvaluationItemBase(ItemType::GlobalConstant, Holding::NoChain), name_(std::move(name)) {}
   ~ADMEvaluationGlobalConstant() override = default;
 
+  /// Asks for the value, and remembers it if it is permanent.
+  [[nodiscard]] Value find(ADMEvaluationContext& context, Object* permanence) const;
   /// Sends the question to whatever stands in the configuration.
   [[nodiscard]] Value ask(const ADMEvaluationContext& context) const;
 

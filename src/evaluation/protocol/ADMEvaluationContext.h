@@ -57,7 +57,10 @@ class COMMANDFILTER_EXPORT ADMEvaluationContext : public ProtocolBase {
   /// Who answers the names of the template's constants, when it can be asked at once; with nullptr,
   /// which the base answers, the object in the configuration is sent a message for each. Borrowed.
   [[nodiscard]] virtual ADMNamedValues* constants() { return nullptr; }
-  /// The same for the template's values.
+  /// What `ADMNamedValues::permanence` answers for the constants; nullptr when they cannot be asked
+  /// at once. Borrowed.
+  [[nodiscard]] virtual Object* permanenceOfConstants() { return nullptr; }
+  /// The same as `constants` for the template's values.
   [[nodiscard]] virtual ADMNamedValues* templateValues() { return nullptr; }
 
   /// A text and those that follow it as one string. A context that holds the left text itself may

@@ -17,8 +17,8 @@ class COMMANDFILTER_EXPORT ADMNamedValues : public ProtocolBase {
   /// nil for an unknown name.
   /// @throws Exception whatever the computation raises.
   virtual Value valueNamed(const String& name) = 0;
-  /// An object that stands for these values alone, when a value that was given once never changes;
-  /// nullptr, which the base answers, when it may. Borrowed.
+  /// An object that stands for these values alone, always the same, when a value that was given
+  /// once never changes; nullptr, which the base answers, when it may. Borrowed.
   [[nodiscard]] virtual Object* permanence() const noexcept { return nullptr; }
 
  protected:
