@@ -77,11 +77,12 @@ void ADMArrayEvaluationContext::resetIteration(const Value& list) {
   setElementsList(list.isNil() ? elementsList_ : list);
 }
 
-Value ADMArrayEvaluationContext::missingElement() const {
+const Value& ADMArrayEvaluationContext::missingElement() const {
+  static constexpr Value kNone;
   if (array_ == nullptr && !elementsList_.isNil()) {
     throw Exception("a dictionary has no element at an index");
   }
-  return {};
+  return kNone;
 }
 
 Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& name) {
@@ -92,6 +93,9 @@ Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& 
       return currentElement().orNull();
     case EvaluationSymbol::Index:
       return currentIndex();
+    case EvaluationSymbol::None:
+      // A message, as nearly all names are that come here.
+      return {};
     default:
       return ADMEvaluationContextBase::serviceSymbolForNameImpl(name);
   }

@@ -48,16 +48,23 @@ class COMMANDFILTER_EXPORT ADMArrayEvaluationContext
   ADMArrayEvaluationContext(CalledFrom proof, ADMEvaluationContextBase& parent, Value elementsList);
   ~ADMArrayEvaluationContext() override = default;
 
-  /// The element as it is stored; nil behind the last, and before there is a list.
-  [[nodiscard]] Value currentElement() const {
+  /// The element as it is stored; nil behind the last, and before there is a list. Borrowed from
+  /// the list.
+  [[nodiscard]] const Value& currentElement() const {
     const bool isThere = array_ != nullptr && currentElement_ < array_->count();
     return isThere ? (*array_)[currentElement_] : missingElement();
+  }
+  /// What the service is known to answer about the element; nil when it has to be asked.
+  [[nodiscard]] const Value& knownAnswerAboutElement(const Selector& selector) const noexcept {
+    static constexpr Value kNone;
+    const bool isThere = array_ != nullptr && currentElement_ < array_->count();
+    return isThere ? knownAnswer(selector, (*array_)[currentElement_]) : kNone;
   }
   [[nodiscard]] Value currentIndex() const noexcept { return Number::integer(currentElement_); }
 
  private:
   void setElementsList(Value list);
-  [[nodiscard]] Value missingElement() const;
+  [[nodiscard]] const Value& missingElement() const;
 
   Value elementsList_;
   /// The list when it is an array.

@@ -11,7 +11,6 @@
 #include "runtime/Send.h"
 #include "runtime/String.h"
 #include "template/status/ADMFeaturePathSource.h"
-#include "template/status/ADMMessageSource.h"
 
 namespace commandfilter {
 
@@ -93,11 +92,11 @@ ADMNamedValues* ADMEvaluationContextBase::constants() {
   const SharedConfiguration* shared = sharedConfiguration();
   return shared != nullptr ? shared->constants() : nullptr;
 }
+
 Object* ADMEvaluationContextBase::permanenceOfConstants() {
   const SharedConfiguration* shared = sharedConfiguration();
   return shared != nullptr ? shared->permanenceOfConstants() : nullptr;
 }
-
 
 ADMNamedValues* ADMEvaluationContextBase::templateValues() {
   const SharedConfiguration* shared = sharedConfiguration();
@@ -141,7 +140,7 @@ Value ADMEvaluationContextBase::serviceSymbolForNameImpl(const EvaluationName& n
 
 Value ADMEvaluationContextBase::processSelectorImpl(const Selector& /*selector*/) { return {}; }
 
-Value ADMEvaluationContextBase::askService(const Selector& selector, const Value& object) {
+Value ADMEvaluationContextBase::sendToService(const Selector& selector, const Value& object) {
   if (!hasFoundSources_) findSources();
   if (messageSource_ != nullptr) {
     Value answer;

@@ -14,11 +14,11 @@
 #include "runtime/Protocol.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
+#include "template/status/ADMMessageSource.h"
 
 namespace commandfilter {
 
 class ADMFeaturePathSource;
-class ADMMessageSource;
 
 /// Resolves names, feature paths and procedures. The procedures are methods named "execute" + name
 /// + "Procedure:" that take the argument items as an array, nil for none; a class below adds
@@ -92,7 +92,17 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
 
   /// The answer of the status service to a message, with the object when it takes one; nil when it
   /// does not answer to it.
-  [[nodiscard]] Value askService(const Selector& selector, const Value& object);
+  [[nodiscard]] Value askService(const Selector& selector, const Value& object) {
+    const Value& known = knownAnswer(selector, object);
+    // What is asked may replace the list that the object is an element of.
+    return known.isNil() ? sendToService(selector, Value(object)) : known.nullAsNil();
+  }
+  /// What the status service is known to answer, see ADMMessageSource; nil until it is asked.
+  [[nodiscard]] const Value& knownAnswer(const Selector& selector,
+                                         const Value& object) const noexcept {
+    static constexpr Value kNone;
+    return messageSource_ != nullptr ? messageSource_->knownAnswer(selector, object) : kNone;
+  }
   /// The status service, borrowed.
   [[nodiscard]] const Value& service() const noexcept { return statusService_; }
 
@@ -105,6 +115,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   /// The value at a path with what "@" stands for in its place.
   [[nodiscard]] Value valueForCurrentFeaturePath(const Array& components);
   void findSources();
+  /// `askService` when the answer is not known.
+  [[nodiscard]] Value sendToService(const Selector& selector, const Value& object);
   /// nullptr without a configuration. Borrowed.
   [[nodiscard]] SharedConfiguration* sharedConfiguration() {
     return shared_ ? shared_.get() : makeSharedConfiguration();

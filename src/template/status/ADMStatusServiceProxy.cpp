@@ -216,22 +216,27 @@ Value ADMStatusServiceProxy::messageKeptOr(const ServiceQuestion& question, cons
   return keptOr(question, keyOf(question, makeKey), ask);
 }
 
+const Value& ADMStatusServiceProxy::knownAnswer(const Selector& selector,
+                                                const Value& object) const noexcept {
+  return recentAnswer(ServiceQuestion(selector, object));
+}
+
 bool ADMStatusServiceProxy::answerMessage(const Selector& selector, const Value& object,
                                           Value& answer) {
-  const ServiceQuestion question(selector, object);
-  const Value& recent = recentAnswer(question);
-  if (recent.isNil()) return findAnswer(question, selector, object, answer);
+  const Value& recent = knownAnswer(selector, object);
+  if (recent.isNil()) return findAnswer(selector, object, answer);
   answer = recent.nullAsNil();
   return true;
 }
 
-bool ADMStatusServiceProxy::findAnswer(const ServiceQuestion& question, const Selector& selector,
-                                       const Value& object, Value& answer) const {
+bool ADMStatusServiceProxy::findAnswer(const Selector& selector, const Value& object,
+                                       Value& answer) const {
   // What every object answers, the proxy answers itself.
   if (kClass.instanceMethod(selector) != nullptr) return false;
   const Value service = realServiceObject();
   const MessageForm form = formOf(service, selector);
   if (!form.isAnswered) return false;
+  const ServiceQuestion question(selector, object);
   answer = messageKeptOr(question, form, selector, form.takesArgument ? object : Value(),
                          [&] { return performSelector(service, selector, object); });
   return true;

@@ -69,6 +69,8 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
                                                        RefPtr<String>* errorInfo);
   /// Sends a message that the service answers to on, or gives the answer that is kept.
   bool answerMessage(const Selector& selector, const Value& object, Value& answer) override;
+  [[nodiscard]] const Value& knownAnswer(const Selector& selector,
+                                         const Value& object) const noexcept override;
   /// The key under which the answer to a message is kept; nil for a message whose answer is not:
   /// one with more than one argument, or with an argument or result that is no object.
   [[nodiscard]] RefPtr<String> cacheKeyForInvocation(const Invocation& invocation) const;
@@ -106,8 +108,7 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
                                     const Selector& selector, const Value& argument,
                                     Ask&& ask) const;
   /// `answerMessage` when the answer is not remembered.
-  [[nodiscard]] bool findAnswer(const ServiceQuestion& question, const Selector& selector,
-                                const Value& object, Value& answer) const;
+  [[nodiscard]] bool findAnswer(const Selector& selector, const Value& object, Value& answer) const;
   void remember(const ServiceQuestion& question, const Value& key, const Value& answer,
                 const RefPtr<MutableDictionary>& kept) const;
 

@@ -5,13 +5,23 @@
 
 namespace commandfilter {
 
+namespace {
+
+constexpr Value kNone;
+
+}  // namespace
+
 constinit const Protocol ADMFeaturePathSource::kProtocol{"ADMFeaturePathSource"};
 constinit const Protocol ADMMessageSource::kProtocol{"ADMMessageSource"};
 constinit const Protocol ADMStatusServiceCreator::kProtocol{"ADMStatusServiceCreator"};
 
 const Value& ADMFeaturePathSource::knownValueForFeaturePathComponents(
     const Array& /*components*/) const {
-  static constexpr Value kNone;
+  return kNone;
+}
+
+const Value& ADMMessageSource::knownAnswer(const Selector& /*selector*/,
+                                           const Value& /*object*/) const noexcept {
   return kNone;
 }
 
