@@ -140,8 +140,13 @@ Value ADMAggregateEvaluationContext::processSelector(const EvaluationName& name)
     default:
       break;
   }
-  if (name.selector() && commandfilter::respondsToSelector(service(), *name.selector())) {
-    return processSelectorImpl(*name.selector());
+  if (name.selector()) {
+    // What the service has answered, it need not be asked whether it answers.
+    const Value& known = knownAnswerAboutElement(*name.selector());
+    if (!known.isNil()) return known.nullAsNil();
+    if (commandfilter::respondsToSelector(service(), *name.selector())) {
+      return processSelectorImpl(*name.selector());
+    }
   }
   // Aggregations inside each other ask one another.
   StackGuard::check();
