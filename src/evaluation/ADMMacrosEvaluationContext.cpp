@@ -17,19 +17,20 @@ template <typename Context>
 ADMMacrosEvaluationContext::ADMMacrosEvaluationContext(const Array* arguments,
                                                        Context& parentContext)
     : ADMEvaluationContextBase(CalledFrom(), parentContext),
-      answering_(answeringContextOf(parentContext)) {
+      answering_(answeringOf(parentContext, countedObject(parentContext))) {
   if (arguments == nullptr) return;
   values_.reserve(arguments->count());
-  for (const Value& item : *arguments) values_.append(evaluateItem(item, parentContext));
+  for (const Value& item : *arguments) {
+    values_.append([&] { return evaluateItem(item, parentContext); });
+  }
 }
 
-Ref<ADMEvaluationContext> ADMMacrosEvaluationContext::answeringContextOf(
-    ADMEvaluationContext& context) noexcept {
-  const Object& object = context.object();
+inline ADMMacrosEvaluationContext::Answering ADMMacrosEvaluationContext::answeringOf(
+    ADMEvaluationContext& context, Object& object) noexcept {
   // No class extends this one.
   return &object.classInfo() == &kClass
              ? static_cast<const ADMMacrosEvaluationContext&>(object).answering_
-             : Ref<ADMEvaluationContext>(context);
+             : Answering{context, Ref<Object>(object)};
 }
 
 Ref<ADMMacrosEvaluationContext> ADMMacrosEvaluationContext::contextWithArguments_parentContext(
@@ -54,24 +55,24 @@ Value ADMMacrosEvaluationContext::processSelector(const EvaluationName& name) {
     case EvaluationSymbol::NoArgument:
       return {};
     default:
-      return answering_->processSelector(name);
+      return answering_.context.processSelector(name);
   }
 }
 
 Value ADMMacrosEvaluationContext::valueForFeaturePathComponents(const Array* components) {
-  return answering_->valueForFeaturePathComponents(components);
+  return answering_.context.valueForFeaturePathComponents(components);
 }
 
 void ADMMacrosEvaluationContext::setLastError(RefPtr<ADMEvaluationError> error) {
-  answering_->setLastError(std::move(error));
+  answering_.context.setLastError(std::move(error));
 }
 
 ADMEvaluationError* ADMMacrosEvaluationContext::recordedError() const {
-  return answering_->recordedError();
+  return answering_.context.recordedError();
 }
 
 Value ADMMacrosEvaluationContext::defaultServiceSymbolValue() {
-  auto* parent = castTo<ADMEvaluationContextBase>(&answering_->object());
+  auto* parent = castTo<ADMEvaluationContextBase>(answering_.object.get());
   return parent != nullptr ? parent->defaultServiceSymbolValue() : Value();
 }
 

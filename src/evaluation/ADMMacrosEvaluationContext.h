@@ -36,12 +36,17 @@ class COMMANDFILTER_EXPORT ADMMacrosEvaluationContext final : public ADMEvaluati
   ADMMacrosEvaluationContext(const Array* arguments, Context& parentContext);
   ~ADMMacrosEvaluationContext() override = default;
 
-  [[nodiscard]] static Ref<ADMEvaluationContext> answeringContextOf(
-      ADMEvaluationContext& context) noexcept;
+  /// A context and the object that it is, which holds it: counting that needs no way back.
+  struct Answering {
+    ADMEvaluationContext& context;
+    Ref<Object> object;
+  };
+  [[nodiscard]] static Answering answeringOf(ADMEvaluationContext& context,
+                                             Object& object) noexcept;
 
   /// The first of the parent and its parents that is not a macro's. A macro leaves everything but
   /// its own arguments to it, so that macros in macros need no walk through all of them.
-  Ref<ADMEvaluationContext> answering_;
+  Answering answering_;
   ArgumentValues values_;
   /// All values as "argv" gives them; made when it is asked for.
   RefPtr<Array> allValues_;

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
+#include <new>
 #include <span>
 #include <utility>
 #include <vector>
@@ -17,15 +19,25 @@ namespace commandfilter {
 /// memory of their own.
 class ArgumentValues {
  public:
+  ArgumentValues() noexcept {}  // NOLINT(modernize-use-equals-default): a union has none
+  ArgumentValues(const ArgumentValues&) = delete;
+  ArgumentValues& operator=(const ArgumentValues&) = delete;
+  ~ArgumentValues() {
+    if (!many_) std::destroy_n(few_.begin(), count_);
+  }
+
   /// Makes room for all values, before the first is appended.
   void reserve(std::size_t count) {
-    if (count > few_.size()) many_.reserve(count);
+    if (count > few_.size()) many_ = std::make_unique<Value[]>(count);  // NOLINT: its size is known
   }
-  void append(Value value) {
-    if (many_.capacity() != 0) {
-      many_.push_back(std::move(value));
+  /// Appends the value that the function makes, which may throw.
+  template <typename Make>
+  void append(Make&& make) {
+    if (many_) [[unlikely]] {
+      many_[count_] = make();
     } else {
-      few_[count_] = std::move(value);
+      // Built in its place: it is one of those that exist from now on.
+      new (&few_[count_]) Value(make());  // NOLINT(cppcoreguidelines-owning-memory)
     }
     ++count_;
   }
@@ -45,12 +57,16 @@ class ArgumentValues {
 
  private:
   [[nodiscard]] std::span<const Value> all() const noexcept {
-    return {many_.empty() ? few_.data() : many_.data(), count_};
+    return {many_ ? many_.get() : few_.data(), count_};
   }
 
   std::size_t count_ = 0;
-  std::array<Value, 2> few_;
-  std::vector<Value> many_;
+  // Only the first `count_` exist, and none beside many.
+  union {
+    std::array<Value, 2> few_;
+  };
+  // All of them when there are more than a few.
+  std::unique_ptr<Value[]> many_;  // NOLINT: its size is known
 };
 
 }  // namespace commandfilter
