@@ -6,7 +6,7 @@ namespace commandfilter {
 
 void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) {
   if (!isCurrent(kept.generation)) forgetAnswers();
-  if (entries_.empty()) entries_.resize(kFewest);
+  if (entries_.empty()) replaceEntries(kFewest);
   std::size_t place = find(question);
   if (entries_[place].isFree()) {
     makeRoom();
@@ -34,8 +34,7 @@ void RecentAnswers::makeRoom() {
   if ((count_ + 1) * 2 <= entries_.size()) return;
   // Whoever asks that much begins again.
   const bool isFull = entries_.size() >= kMost;
-  std::vector<Entry> before(isFull ? kFewest : entries_.size() * 2);
-  entries_.swap(before);
+  std::vector<Entry> before = replaceEntries(isFull ? kFewest : entries_.size() * 2);
   if (isFull) {
     count_ = 0;
     return;
@@ -43,6 +42,13 @@ void RecentAnswers::makeRoom() {
   for (Entry& entry : before) {
     if (!entry.isFree()) entries_[find(entry.question)] = std::move(entry);
   }
+}
+
+std::vector<RecentAnswers::Entry> RecentAnswers::replaceEntries(std::size_t count) {
+  std::vector<Entry> before(count);
+  entries_.swap(before);
+  mask_ = count - 1;
+  return before;
 }
 
 }  // namespace commandfilter

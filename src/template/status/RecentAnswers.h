@@ -63,18 +63,21 @@ class RecentAnswers {
   }
   /// The place of the question, or the free one that it would take.
   [[nodiscard]] std::size_t find(const ServiceQuestion& question) const noexcept {
-    const std::size_t mask = entries_.size() - 1;
-    std::size_t place = question.hash() & mask;
+    std::size_t place = question.hash() & mask_;
     while (!entries_[place].isFree() && !(entries_[place].question == question)) {
-      place = (place + 1) & mask;
+      place = (place + 1) & mask_;
     }
     return place;
   }
   /// Keeps half of the places free.
   void makeRoom();
+  /// Gives the table so many places, all free; what it had is in the result.
+  std::vector<Entry> replaceEntries(std::size_t count);
 
   // Empty until something is remembered; then a table that is searched from a question's hash on.
   std::vector<Entry> entries_;
+  /// One less than there are places, whose number is a power of two.
+  std::size_t mask_ = 0;
   std::size_t count_ = 0;
   /// Where the answers stand, and when they were true.
   RefPtr<MutableDictionary> store_;
