@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -60,13 +61,15 @@ class SharedConfiguration final : public Object {
     const std::string* name = nullptr;
     const CompiledMacro* macro = nullptr;
   };
-  static constexpr std::size_t kPlaces = 16;
+  static constexpr std::size_t kPlaces = 64;
 
   explicit SharedConfiguration(Ref<Dictionary> configuration);
   ~SharedConfiguration() override = default;
 
   [[nodiscard]] static std::size_t placeOf(const EvaluationName& name) noexcept {
-    return name.selector() ? (name.selector()->hash() >> 5U) % kPlaces : 0;
+    // Addresses differ in few bits; all of them take part.
+    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
+    return name.selector() ? (name.selector()->hash() * kGoldenRatio >> 32U) % kPlaces : 0;
   }
   [[nodiscard]] const CompiledMacro* findMacro(const EvaluationName& name);
   [[nodiscard]] const CompiledMacro& compiled(const String& expression);
