@@ -77,7 +77,8 @@ void ADMArrayEvaluationContext::resetIteration(const Value& list) {
   setElementsList(list.isNil() ? elementsList_ : list);
 }
 
-const Value& ADMArrayEvaluationContext::missingElement() const {
+// Apart from the elements that there are, which would make room for it whenever they are asked for.
+[[gnu::cold, gnu::noinline]] const Value& ADMArrayEvaluationContext::missingElement() const {
   static constexpr Value kNone;
   if (array_ == nullptr && !elementsList_.isNil()) {
     throw Exception("a dictionary has no element at an index");

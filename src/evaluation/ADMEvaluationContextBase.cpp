@@ -33,6 +33,12 @@ constexpr std::array<const MethodGroup*, 9> kGroups{
       "valueForFeaturePathComponents:errorInfo:");
 }
 
+// Apart from what is asked for, which would make room for it whenever it is.
+[[gnu::cold, gnu::noinline]] void failWithoutSelector(ADMEvaluationContext& context,
+                                                      const EvaluationName& name) {
+  context.setRuntimeError("No such selector:%@", name.string());
+}
+
 [[gnu::always_inline]] inline bool standsForCurrent(const Value& component) {
   const auto* text = castTo<String>(component);
   // Nearly all components are longer, which is told at once.
@@ -82,7 +88,8 @@ void ADMEvaluationContextBase::shareConfigurationOf(ADMEvaluationContextBase& ot
   }
 }
 
-SharedConfiguration* ADMEvaluationContextBase::makeSharedConfiguration() {
+// Apart from what is there, which is asked for all the time.
+[[gnu::noinline]] SharedConfiguration* ADMEvaluationContextBase::makeSharedConfiguration() {
   if (!globalConfiguration_) return nullptr;
   shared_ = SharedConfiguration::create(Ref<Dictionary>(*globalConfiguration_));
   return shared_.get();
@@ -158,7 +165,7 @@ Value ADMEvaluationContextBase::processSelector(const EvaluationName& name) {
   if (symbol.isNull()) return {};
   if (!symbol.isNil()) return symbol;
   if (name.selector()) return processSelectorImpl(*name.selector());
-  setRuntimeError("No such selector:%@", name.string());
+  failWithoutSelector(*this, name);
   return {};
 }
 
