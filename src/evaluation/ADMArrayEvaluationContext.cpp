@@ -87,6 +87,8 @@ void ADMArrayEvaluationContext::resetIteration(const Value& list) {
 }
 
 Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& name) {
+  // A message, as nearly all names are that come here.
+  if (name.symbol() == EvaluationSymbol::None) return {};
   switch (name.symbol()) {
     case EvaluationSymbol::Element:
     case EvaluationSymbol::Identifier:
@@ -94,9 +96,6 @@ Value ADMArrayEvaluationContext::serviceSymbolForNameImpl(const EvaluationName& 
       return currentElement().orNull();
     case EvaluationSymbol::Index:
       return currentIndex();
-    case EvaluationSymbol::None:
-      // A message, as nearly all names are that come here.
-      return {};
     default:
       return ADMEvaluationContextBase::serviceSymbolForNameImpl(name);
   }
