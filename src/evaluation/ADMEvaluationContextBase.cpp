@@ -225,6 +225,15 @@ Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationN
 [[gnu::noinline]] Value ADMEvaluationContextBase::executeOtherProcedure(const Method* procedure,
                                                                         const EvaluationName& name,
                                                                         const Array* arguments) {
+  const CompiledMacro* macro = procedure == nullptr ? macroNamed(name) : nullptr;
+  return macro != nullptr ? executeMacro(*macro, arguments)
+                          : executeRareProcedure(procedure, name, arguments);
+}
+
+// Apart from macros for the same reason.
+[[gnu::noinline]] Value ADMEvaluationContextBase::executeRareProcedure(const Method* procedure,
+                                                                       const EvaluationName& name,
+                                                                       const Array* arguments) {
   if (!name.string()) {
     setRuntimeError("Empty procedure name");
     return {};
@@ -233,26 +242,26 @@ Value ADMEvaluationContextBase::executeProcedure_withArguments(const EvaluationN
     const Value items = Value::sharing(arguments);
     return procedure->invoke(Value::sharing(this), std::span(&items, 1));
   }
-  SharedConfiguration* shared = sharedConfiguration();
-  if (const CompiledMacro* macro = shared != nullptr ? shared->macroNamed(name) : nullptr) {
-    return executeMacro(*macro, arguments);
-  }
   setRuntimeError("Can not find procedure %@", name.string());
   return {};
 }
 
-RefPtr<ADMEvaluationProcessor> ADMEvaluationContextBase::compiledMacro(const EvaluationName& name) {
-  SharedConfiguration* shared = sharedConfiguration();
-  const CompiledMacro* macro = shared != nullptr ? shared->macroNamed(name) : nullptr;
-  return macro != nullptr ? RefPtr<ADMEvaluationProcessor>(macro->processor) : nullptr;
+inline const CompiledMacro* ADMEvaluationContextBase::macroNamed(const EvaluationName& name) {
+  SharedConfiguration* shared = name.string() ? sharedConfiguration() : nullptr;
+  return shared != nullptr ? shared->macroNamed(name) : nullptr;
 }
 
-Value ADMEvaluationContextBase::executeMacro(const CompiledMacro& macro, const Array* arguments) {
+inline Value ADMEvaluationContextBase::executeMacro(const CompiledMacro& macro,
+                                                    const Array* arguments) {
   const Ref<ADMMacrosEvaluationContext> context =
       ADMMacrosEvaluationContext::contextWithArguments_calledFrom(arguments, *this);
   if (macro.error) context->setLastError(macro.error);
-  if (macro.processor->rootItem() == nullptr) return {};
   return macro.processor->executeWithContext(*context);
+}
+
+RefPtr<ADMEvaluationProcessor> ADMEvaluationContextBase::compiledMacro(const EvaluationName& name) {
+  const CompiledMacro* macro = macroNamed(name);
+  return macro != nullptr ? RefPtr<ADMEvaluationProcessor>(macro->processor) : nullptr;
 }
 
 }  // namespace commandfilter

@@ -125,6 +125,11 @@ class COMMANDFILTER_EXPORT ADMEvaluationContextBase
   /// Executes a macro, or a procedure that has to be called in the general way.
   Value executeOtherProcedure(const Method* procedure, const EvaluationName& name,
                               const Array* arguments);
+  /// Executes a procedure that has to be called in the general way, or fails.
+  Value executeRareProcedure(const Method* procedure, const EvaluationName& name,
+                             const Array* arguments);
+  /// nullptr when there is no macro of that name.
+  [[nodiscard]] const CompiledMacro* macroNamed(const EvaluationName& name);
   Value executeMacro(const CompiledMacro& macro, const Array* arguments);
 
   RefPtr<MutableDictionary> commonCache_;
