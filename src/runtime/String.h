@@ -72,10 +72,10 @@ class COMMANDFILTER_EXPORT String final : public Object {
     friend Ref<String> concatenateTexts(Ref<String> left, std::span<const String* const> others);
     OnlyReference() = default;
   };
-  /// Extends the text with well-formed UTF-8 that is not part of it.
-  void append(std::string_view text, OnlyReference /*proof*/) {
+  /// Extends the text with those of other strings, which are so long together.
+  void append(std::span<const String* const> others, std::size_t size, OnlyReference /*proof*/) {
     hash_ = 0;
-    text_.append(text);
+    copyTexts(others, text_.extend(text_.view().size() + size));
   }
 
   /// Order by 16-bit code unit.
@@ -87,13 +87,16 @@ class COMMANDFILTER_EXPORT String final : public Object {
 
   explicit String(std::string_view text)
       : Object(ObjectKind::String, Holding::NoChain), text_(text) {}
-  /// The texts of several strings, which are so long together.
+  /// The texts of several strings; `size` is how long all are together.
   String(const String& first, std::span<const String* const> others, std::size_t size)
       : Object(ObjectKind::String, Holding::NoChain), text_(size) {
-    char* place = TextBuffer::copy(first.view(), text_.begin());
-    for (const String* other : others) place = TextBuffer::copy(other->view(), place);
+    copyTexts(others, TextBuffer::copy(first.view(), text_.begin()));
   }
   ~String() override = default;
+
+  static void copyTexts(std::span<const String* const> strings, char* place) noexcept {
+    for (const String* string : strings) place = TextBuffer::copy(string->view(), place);
+  }
 
   TextBuffer text_;
   mutable std::size_t hash_ = 0;

@@ -50,20 +50,14 @@ void TextBuffer::putOutside(std::string_view text) {
 
 void TextBuffer::release() noexcept { ObjectMemory::release(outside_, capacity_ + 1); }
 
-void TextBuffer::append(std::string_view text) {
-  const std::size_t size = size_ + text.size();
-  if (size > capacity_) {
-    const std::size_t capacity = capacityFor(std::max(size, capacity_ * 2));
-    char* larger = allocate(capacity);
-    put(larger, view());
-    if (!isInside()) release();
-    capacity_ = capacity;
-    outside_ = larger;
-  }
-  char* characters = begin();
-  put(characters + size_, text);
-  characters[size] = '\0';
-  size_ = size;
+// At least twice as much as there was, so that a text that grows step by step costs linear time.
+void TextBuffer::makeMoreRoom(std::size_t size) {
+  const std::size_t capacity = capacityFor(std::max(size, capacity_ * 2));
+  char* larger = allocate(capacity);
+  put(larger, view());
+  if (!isInside()) release();
+  capacity_ = capacity;
+  outside_ = larger;
 }
 
 }  // namespace commandfilter

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "runtime/Export.h"
 
@@ -94,14 +95,21 @@ class COMMANDFILTER_EXPORT TextBuffer {
     std::memcpy(&word, data() + begin, sizeof word);
     return word;
   }
-  /// Appends a text that is not part of this one.
-  void append(std::string_view text);
+  /// Makes the text so long, which is not shorter than it was. Gives where the new characters
+  /// begin, which whoever extends it writes at once.
+  [[nodiscard]] char* extend(std::size_t size) {
+    if (size > capacity_) makeMoreRoom(size);
+    char* characters = begin();
+    characters[size] = '\0';
+    return characters + std::exchange(size_, size);
+  }
 
  private:
   static constexpr std::size_t kInside = 15;
 
   [[nodiscard]] bool isInside() const noexcept { return capacity_ == kInside; }
   void makeRoomOutside();
+  void makeMoreRoom(std::size_t size);
   void putOutside(std::string_view text);
   void release() noexcept;
 

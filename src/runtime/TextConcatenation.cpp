@@ -7,17 +7,13 @@
 namespace commandfilter {
 
 Ref<String> concatenateTexts(Ref<String> left, std::span<const String* const> others) {
-  if (left->referenceCount() == 1) {
-    for (const String* other : others) {
-      checkTextSize(left->view().size() + other->view().size());
-      left->append(other->view(), String::OnlyReference{});
-    }
-    return left;
-  }
-  std::size_t size = left->view().size();
+  const std::size_t before = left->view().size();
+  std::size_t size = before;
   // Each step counts: together, sizes could be more than a number holds.
   for (const String* other : others) checkTextSize(size += other->view().size());
-  return make<String>(*left, others, size);
+  if (left->referenceCount() != 1) return make<String>(*left, others, size);
+  left->append(others, size - before, String::OnlyReference{});
+  return left;
 }
 
 }  // namespace commandfilter
