@@ -96,6 +96,27 @@ TEST_F(RecentAnswers, AreOfOneMessageAboutOneObject) {
   EXPECT_EQ(service_->calls().size(), 3U);
 }
 
+TEST_F(RecentAnswers, AreKnownOfMessagesOnceTheyAreKept) {
+  service_->answer("levelOf:", stringOf("full"));
+  service_->answer("nothing", Value());
+  const Selector levelOf("levelOf:");
+  const Value black = stringOf("Black");
+  EXPECT_TRUE(proxy_->knownAnswer(levelOf, black).isNil());
+  Value answer;
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(proxy_->answerMessage(levelOf, black, answer));
+    EXPECT_TRUE(proxy_->answerMessage(Selector("nothing"), black, answer));
+  }
+  EXPECT_EQ(descriptionOf(proxy_->knownAnswer(levelOf, black)), "full");
+  EXPECT_TRUE(proxy_->knownAnswer(Selector("nothing"), black).isNull());
+  // Of nothing else.
+  EXPECT_TRUE(proxy_->knownAnswer(levelOf, stringOf("Cyan")).isNil());
+  EXPECT_TRUE(proxy_->knownAnswer(levelOf, Number::integer(5)).isNil());
+  EXPECT_TRUE(proxy_->knownAnswer(levelOf, Value()).isNil());
+  creator_->currentGeneration = 2;
+  EXPECT_TRUE(proxy_->knownAnswer(levelOf, black).isNil());
+}
+
 TEST_F(RecentAnswers, AreNotKeptOfWhatMayReadDifferently) {
   service_->answer("levelOf:", "@@",
                    [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
