@@ -29,8 +29,20 @@ const CompiledMacro* SharedConfiguration::findMacro(const EvaluationName& name) 
   const auto* expression = castTo<String>(found);
   if (expression == nullptr) throw Exception("a macro is no text: " + name.string()->text());
   const CompiledMacro& macro = compiled(*expression);
-  if (name.selector()) recent_[placeOf(name)] = {&name.selector()->name(), &macro};
+  if (name.selector()) remember(name.selector()->name(), macro);
   return &macro;
+}
+
+void SharedConfiguration::remember(const std::string& name, const CompiledMacro& macro) {
+  if (++calledCount_ * 2 > called_.size()) {
+    std::vector<Called> before(called_.size() * 2);
+    called_.swap(before);
+    mask_ = called_.size() - 1;
+    for (const Called& called : before) {
+      if (called.name != nullptr) called_[placeOf(*called.name)] = called;
+    }
+  }
+  called_[placeOf(name)] = {&name, &macro};
 }
 
 const CompiledMacro& SharedConfiguration::compiled(const String& expression) {

@@ -1,11 +1,11 @@
 // What the contexts of one template have in common.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "evaluation/protocol/ADMEvaluationError.h"
 #include "evaluation/protocol/ADMNamedValues.h"
@@ -47,8 +47,10 @@ class SharedConfiguration final : public Object {
   /// The macro of that name, compiled on the first call; nullptr when there is none.
   /// @throws Exception when what stands under the name is no text.
   [[nodiscard]] const CompiledMacro* macroNamed(const EvaluationName& name) {
-    const Recent& recent = recent_[placeOf(name)];
-    if (name.selector() && recent.name == &name.selector()->name()) return recent.macro;
+    if (name.selector()) {
+      const CompiledMacro* macro = called_[placeOf(name.selector()->name())].macro;
+      if (macro != nullptr) return macro;
+    }
     return findMacro(name);
   }
 
@@ -56,21 +58,27 @@ class SharedConfiguration final : public Object {
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  /// A macro that was called not long ago. The name of its procedure's selector is one address.
-  struct Recent {
+  /// A macro that was called. The name of its procedure's selector is one address.
+  struct Called {
     const std::string* name = nullptr;
     const CompiledMacro* macro = nullptr;
   };
-  static constexpr std::size_t kPlaces = 64;
+  static constexpr std::size_t kFewest = 32;
 
   explicit SharedConfiguration(Ref<Dictionary> configuration);
   ~SharedConfiguration() override = default;
 
-  [[nodiscard]] static std::size_t placeOf(const EvaluationName& name) noexcept {
+  /// The place of the name in the table, or the free one that it would take.
+  [[nodiscard]] std::size_t placeOf(const std::string& name) const noexcept {
     // Addresses differ in few bits; all of them take part.
     constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
-    return name.selector() ? (name.selector()->hash() * kGoldenRatio >> 32U) % kPlaces : 0;
+    std::size_t place = reinterpret_cast<std::uintptr_t>(&name) * kGoldenRatio >> 32U & mask_;
+    while (called_[place].name != nullptr && called_[place].name != &name) {
+      place = (place + 1) & mask_;
+    }
+    return place;
   }
+  void remember(const std::string& name, const CompiledMacro& macro);
   [[nodiscard]] const CompiledMacro* findMacro(const EvaluationName& name);
   [[nodiscard]] const CompiledMacro& compiled(const String& expression);
 
@@ -78,7 +86,11 @@ class SharedConfiguration final : public Object {
   ADMNamedValues* constants_;
   Object* permanenceOfConstants_;
   ADMNamedValues* templateValues_;
-  std::array<Recent, kPlaces> recent_{};
+  // Those that were called, in a table that is searched from a name's hash on and at least half
+  // free; with one less than there are places, whose number is a power of two.
+  std::vector<Called> called_ = std::vector<Called>(kFewest);
+  std::size_t mask_ = kFewest - 1;
+  std::size_t calledCount_ = 0;
   // By identity: a template holds each macro's text once, and the processor keeps it alive.
   std::map<const String*, CompiledMacro> macros_;
 };
