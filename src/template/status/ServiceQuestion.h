@@ -69,7 +69,11 @@ class ServiceQuestion {
  private:
   void setParts(std::span<const Value> parts) noexcept {
     count_ = parts.size();
-    for (std::size_t i = 0; i < std::min(count_, kMostParts); ++i) parts_[i] = parts[i].object();
+    // Written out, so that the parts of a question need not stand in memory.
+    if (count_ > 0) parts_[0] = parts[0].object();
+    if (count_ > 1) parts_[1] = parts[1].object();
+    if (count_ > 2) parts_[2] = parts[2].object();
+    static_assert(kMostParts == 3);
   }
 
   /// The message's name, which is one address; nullptr for a path.
