@@ -94,7 +94,7 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   /// The compiled expressions by their texts.
   Ref<MutableDictionary> evaluationProcessorsCache_;
   /// Some of them by the identity of the text that is their key: a value asks with the same few.
-  std::array<Compiled, 4> known_;
+  std::array<Compiled, 8> known_;
 };
 
 }  // namespace commandfilter
