@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <string_view>
+
 #include "evaluation/ADMArrayEvaluationContext.h"
 #include "expression/Expressions.h"
 #include "expression/TestService.h"
+#include "runtime/Exception.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -200,6 +204,36 @@ TEST(Macros, AreCompiledOnce) {
        {"_Literal()", "_Outer()", "_Aggregate(_Array(1), _Outer())",
         "_GetItem(_Sort(_Array(_Literal(), 2), @nil), 0)"}) {
     EXPECT_TRUE(evaluate(expression, context).isIdenticalTo(first)) << expression;
+  }
+}
+
+TEST(Macros, MayBeAsManyAsTheirTableHasToGrowFor) {
+  constexpr int kMacros = 200;
+  DictionaryBuilder table;
+  for (int i = 0; i < kMacros; ++i) {
+    table.set("M" + std::to_string(i), stringOf(std::to_string(i)));
+  }
+  DictionaryBuilder configuration;
+  configuration.set("TemplateMacroses", table.build());
+  const Ref<TestContext> context = TestContext::create({}, Value(), configuration.build());
+  for (int round = 0; round < 3; ++round) {
+    for (int i = 0; i < kMacros; ++i) {
+      const std::string number = std::to_string(i);
+      EXPECT_EQ(resultOf("_M" + number + "()", context), number + "q");
+    }
+  }
+}
+
+TEST(Macros, ForgetTheArgumentsBeforeOneThatRaises) {
+  for (const std::string_view call :
+       {R"(_Twice("a" + "b", _Run("raise")))", R"(_Twice("a" + "b", "c" + "d", _Run("raise")))"}) {
+    const Ref<TestContext> context =
+        TestContext::create({}, Value(), macrosOf({{"Twice", "@arg0 + @arg0"}}));
+    context->functions["raise"] = [](TestContext&, const Array*) -> Value {
+      throw Exception("raised");
+    };
+    EXPECT_THROW(static_cast<void>(evaluate(call, context)), Exception) << call;
+    EXPECT_EQ(resultOf(R"(_Twice("a"))", context), R"("aa")");
   }
 }
 
