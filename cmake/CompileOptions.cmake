@@ -32,15 +32,25 @@ endif()
 # up one by one. Linked in, what is used of it needs no look-up at all. Nothing of it is exported, so
 # a plug-in that brings the shared one along gets that. Exceptions pass between the two: they
 # compare types by name, and both unwind with the one shared libgcc.
+#
+# The libraries are named here, last of all that the current folder links, so the targets are all of
+# its targets. libm comes first: the compiler would put it behind the run-time library, and each
+# process would load it for parts that name it and are thrown away again.
 function(embed_cxx_runtime)
   if(COMMANDFILTER_EMBED_CXX_RUNTIME)
     foreach(target IN LISTS ARGN)
-      target_link_options(${target} PRIVATE -static-libstdc++ -shared-libgcc
-                          -Wl,--exclude-libs,libstdc++.a -Wl,--gc-sections)
+      target_link_options(${target} PRIVATE -nodefaultlibs
+                          -Wl,--exclude-libs,libstdc++.a -Wl,--gc-sections -Wl,-z,defs)
     endforeach()
+    set(CMAKE_CXX_STANDARD_LIBRARIES
+      "-lm -Wl,-Bstatic -lstdc++ -Wl,-Bdynamic -lgcc_s -lgcc -lc" PARENT_SCOPE)
   endif()
 endfunction()
 
+if(COMMANDFILTER_EMBED_CXX_RUNTIME AND (COMMANDFILTER_COVERAGE OR COMMANDFILTER_SANITIZE))
+  message(FATAL_ERROR "COMMANDFILTER_EMBED_CXX_RUNTIME leaves out the libraries that "
+    "COMMANDFILTER_COVERAGE and COMMANDFILTER_SANITIZE need; turn it off")
+endif()
 if(COMMANDFILTER_COVERAGE)
   add_compile_options(--coverage)
   add_link_options(--coverage)

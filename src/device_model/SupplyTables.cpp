@@ -1,7 +1,6 @@
 // Supplies as the Printer MIB lists them.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <map>
 
 #include "device_model/ColorNames.h"
@@ -128,8 +127,9 @@ void setLevel(Supply& supply, std::int64_t level) {
     supply.percent = static_cast<int>(std::min(level, kWhole));
   } else if (supply.capacity) {
     const double share = static_cast<double>(level) / static_cast<double>(*supply.capacity);
-    supply.percent =
-        static_cast<int>(std::lround(std::min(share, 1.0) * static_cast<double>(kWhole)));
+    // Without std::lround: libm would be loaded for it.
+    constexpr double kHalf = 0.5;
+    supply.percent = static_cast<int>(std::min(share, 1.0) * static_cast<double>(kWhole) + kHalf);
     // A rest is not nothing.
     if (*supply.percent == 0 && level > 0) supply.percent = 1;
   } else {
