@@ -11,7 +11,8 @@ namespace commandfilter::tools {
 
 ADMCoreFactory loadDeviceModel() {
   if (const std::optional<ADMCoreFactory> loaded = ADMCoreFactory::find()) return *loaded;
-  const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe");
+  // The kernel gives a path without links.
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
   const std::string path = (program.parent_path().parent_path() /
                             "lib/commandfilter/CommandFilter.app/Contents/Frameworks/"
                             "VemoDeviceModel.bundle")
