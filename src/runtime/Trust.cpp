@@ -66,8 +66,14 @@ class Walk {
   explicit Walk(uid_t user) : user_(user) {}
 
   std::optional<Distrust> folder(const std::string& path) {
-    const int opened = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
-    FileDescriptor descriptor(opened);
+    return folder(AT_FDCWD, path.c_str(), path);
+  }
+
+ private:
+  // `name` as seen from the folder `parent`: the way there is not walked again for each.
+  std::optional<Distrust> folder(int parent, const char* name, const std::string& path) {
+    FileDescriptor descriptor(
+        openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     struct stat status {};
     if (!descriptor || fstat(descriptor.get(), &status) != 0) return unknown(path);
     if (auto found = judge(path, status, user_)) return found;
@@ -79,25 +85,26 @@ class Walk {
     if (!entries) return unknown(path);
     static_cast<void>(descriptor.release());
     while (const dirent* item = readdir(entries.get())) {
-      const std::string_view name = item->d_name;
-      if (name == "." || name == "..") continue;
+      const std::string_view entryName = item->d_name;
+      if (entryName == "." || entryName == "..") continue;
       if (auto found = entry(dirfd(entries.get()), path, item->d_name)) return found;
     }
     return std::nullopt;
   }
 
- private:
   std::optional<Distrust> entry(int folderDescriptor, const std::string& parent, const char* name) {
     const std::string path = parent + '/' + name;
     struct stat status {};
     if (fstatat(folderDescriptor, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return unknown(path);
-    std::string target = path;
     if (S_ISLNK(status.st_mode)) {
       // A link to nothing holds nothing.
       if (fstatat(folderDescriptor, name, &status, 0) != 0) return std::nullopt;
+      std::string target;
       if (auto found = judgeLink(path, target, user_)) return found;
+      return S_ISDIR(status.st_mode) ? folder(target) : judge(path, status, user_);
     }
-    return S_ISDIR(status.st_mode) ? folder(target) : judge(path, status, user_);
+    return S_ISDIR(status.st_mode) ? folder(folderDescriptor, name, path)
+                                   : judge(path, status, user_);
   }
 
   uid_t user_;
