@@ -21,6 +21,10 @@ set(CMAKE_C_COMPILE_OPTIONS_PIE -fPIC)
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 
 include(Hardening)
+if(COMMANDFILTER_EMBED_CXX_RUNTIME)
+  # order_start puts them in another order.
+  add_compile_options(-ffunction-sections)
+endif()
 
 if(COMMANDFILTER_SANITIZE)
   add_compile_options(-fsanitize=${COMMANDFILTER_SANITIZE} -fno-omit-frame-pointer
