@@ -19,8 +19,8 @@ namespace commandfilter {
 
 namespace {
 
-using Entries = std::vector<DictionaryEntry>;
-using Index = std::vector<std::uint32_t>;
+using Entries = DictionaryEntries;
+using Index = DictionaryIndex;
 
 // Up to this many entries a scan is faster than a table, and takes no memory.
 constexpr std::size_t kScanned = 8;

@@ -9,6 +9,7 @@
 
 #include "runtime/Export.h"
 #include "runtime/Object.h"
+#include "runtime/ObjectMemory.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
 
@@ -20,6 +21,10 @@ struct DictionaryEntry {
   Value value;
   std::size_t hash;
 };
+
+/// The entries in their order, and for many of them the table by which they are found.
+using DictionaryEntries = std::vector<DictionaryEntry, ObjectAllocator<DictionaryEntry>>;
+using DictionaryIndex = std::vector<std::uint32_t, ObjectAllocator<std::uint32_t>>;
 
 /// Values by key. Keys are values of any kind but nil, compared by value; entries are listed in
 /// the order of adding. Equal when the same keys have equal values, in any order.
@@ -58,12 +63,12 @@ class COMMANDFILTER_EXPORT Dictionary final : public Object {
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  Dictionary(std::vector<DictionaryEntry> entries, std::vector<std::uint32_t> index) noexcept
+  Dictionary(DictionaryEntries entries, DictionaryIndex index) noexcept
       : Object(ObjectKind::Dictionary), entries_(std::move(entries)), index_(std::move(index)) {}
   ~Dictionary() override = default;
 
-  std::vector<DictionaryEntry> entries_;
-  std::vector<std::uint32_t> index_;
+  DictionaryEntries entries_;
+  DictionaryIndex index_;
 };
 
 /// Collects the entries of a new dictionary.
@@ -96,8 +101,8 @@ class COMMANDFILTER_EXPORT DictionaryBuilder {
   [[nodiscard]] Ref<Dictionary> build();
 
  private:
-  std::vector<DictionaryEntry> entries_;
-  std::vector<std::uint32_t> index_;
+  DictionaryEntries entries_;
+  DictionaryIndex index_;
 };
 
 /// The dictionary with the value set for the key. A dictionary that nobody else holds is extended

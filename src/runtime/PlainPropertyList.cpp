@@ -128,7 +128,8 @@ class Reader {
     at_ += kBegin.size() + size + kEnd.size();
     return true;
   }
-  void skipText() {
+  // Apart from those who want a text, so that each of them compares with the tag that it knows.
+  [[gnu::noinline]] void skipText() {
     if constexpr (std::endian::native == std::endian::little) {
       while (static_cast<std::size_t>(end_ - at_) >= sizeof(Word)) {
         const std::size_t count = countPlain(at_);
@@ -231,7 +232,8 @@ class Reader {
   }
 
   // The same for a text with characters that need a look, the first of which is next.
-  std::optional<std::string_view> otherTextBefore(std::string_view endTag, const char* begin) {
+  [[gnu::noinline]] std::optional<std::string_view> otherTextBefore(std::string_view endTag,
+                                                                    const char* begin) {
     bool isASCII = true;
     text_.clear();
     for (; at_ != end_ && *at_ != '<'; skipText()) {

@@ -17,6 +17,7 @@
 #include "runtime/Exception.h"
 #include "runtime/Send.h"
 #include "runtime/StackGuard.h"
+#include "runtime/TextEquality.h"
 #include "template/status/ADMStatusServiceProxy.h"
 
 namespace commandfilter {
@@ -40,27 +41,62 @@ constexpr std::array kInitializers{
         "initWithRepresentationInfo:statusServiceCreator:globalConfiguration:"),
 };
 
-// The text under the key; empty when there is none.
-std::string_view textAt(const Dictionary& info, std::string_view key) {
-  const Value& found = info.objectForKey(key);
-  if (found.isNil()) return {};
-  const auto* text = castTo<String>(found);
+// The text of an entry; empty when there is none.
+std::string_view textIn(const Value& entry, std::string_view key) {
+  if (entry.isNil()) return {};
+  const auto* text = castTo<String>(entry);
   if (text == nullptr) throw Exception("\"" + std::string(key) + "\" of a value is no text");
   return text->view();
 }
 
-// What the expressions read; nil for a value that names no service.
-Value serviceOf(const Dictionary& info, ADMStatusServiceCreator* serviceCreator) {
-  const auto* name = castTo<String>(info.objectForKey("ServiceName"));
-  return ADMStatusServiceProxy::proxyForServiceCreator_serviceName(serviceCreator, name);
-}
+}  // namespace
+
+// What a value's description says, nil for what it does not.
+struct ADMStatusValueRepresentation::Description {
+  explicit Description(const Dictionary& info);
+
+  [[nodiscard]] bool isList() const { return !textIn(range, "Range").empty(); }
+  // The text alone means it; a boolean does not.
+  [[nodiscard]] bool forbidsEmptyArray() const {
+    return textOf(castTo<String>(acceptsEmptyArray)) == "NO";
+  }
+  // What the expressions read; nil for a value that names no service.
+  [[nodiscard]] Value service(ADMStatusServiceCreator* creator) const {
+    return ADMStatusServiceProxy::proxyForServiceCreator_serviceName(creator,
+                                                                     castTo<String>(serviceName));
+  }
+
+  Value value;
+  Value filter;
+  Value range;
+  Value serviceName;
+  Value evaluationContext;
+  Value acceptsEmptyArray;
+};
+
+namespace {
+
+using Description = ADMStatusValueRepresentation::Description;
+
+struct Part {
+  std::string_view key;
+  Value Description::*value;
+};
+constexpr std::array kParts{
+    Part{"Value", &Description::value},
+    Part{"Filter", &Description::filter},
+    Part{"Range", &Description::range},
+    Part{"ServiceName", &Description::serviceName},
+    Part{"EvaluationContext", &Description::evaluationContext},
+    Part{"AcceptsEmptyArray", &Description::acceptsEmptyArray},
+};
 
 // A context of the named class, or of the one that suits the value when there is none of the name.
-RefPtr<ADMEvaluationContext> contextOf(const Dictionary& info, Value service,
+RefPtr<ADMEvaluationContext> contextOf(const Description& description, Value service,
                                        RefPtr<Dictionary> globalConfiguration) {
-  const std::string_view name = textAt(info, "EvaluationContext");
+  const std::string_view name = textIn(description.evaluationContext, "EvaluationContext");
   const Class* named = name.empty() ? nullptr : classNamed(name);
-  const bool isList = !textAt(info, "Range").empty();
+  const bool isList = description.isList();
   if (named == nullptr && isList) {
     return ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
         std::move(service), std::move(globalConfiguration), Value());
@@ -78,11 +114,6 @@ RefPtr<ADMEvaluationContext> contextOf(const Dictionary& info, Value service,
   return RefPtr<ADMEvaluationContext>(castTo<ADMEvaluationContext>(made));
 }
 
-// The text alone means it; a boolean does not.
-bool forbidsEmptyArray(const Dictionary& info) {
-  return textOf(castTo<String>(info.objectForKey("AcceptsEmptyArray"))) == "NO";
-}
-
 }  // namespace
 
 constinit const Class ADMStatusValueRepresentation::kClass{.name = "ADMStatusValueRepresentation",
@@ -91,25 +122,39 @@ constinit const Class ADMStatusValueRepresentation::kClass{.name = "ADMStatusVal
                                                            .methods = kMethods,
                                                            .initializers = kInitializers};
 
-ADMStatusValueRepresentation::ADMStatusValueRepresentation(const Dictionary& info,
+// In one pass: a description has few entries, and most parts are in few descriptions.
+ADMStatusValueRepresentation::Description::Description(const Dictionary& info) {
+  for (const DictionaryEntry& entry : info) {
+    const auto* key = castTo<String>(entry.key);
+    if (key == nullptr) continue;
+    for (const Part& part : kParts) {
+      if (sameText(key->view(), part.key)) this->*part.value = entry.value;
+    }
+  }
+}
+
+ADMStatusValueRepresentation::ADMStatusValueRepresentation(Description description,
                                                            Ref<ADMEvaluationContext> context)
     : context_(std::move(context)),
       iteration_(castTo<ADMArrayIteration>(&context_->object())),
-      valueInfo_(info.objectForKey("Value")),
-      filterExpression_(info.objectForKey("Filter")),
-      rangeExpression_(info.objectForKey("Range")),
-      doNotReturnEmptyArray_(forbidsEmptyArray(info)),
+      valueInfo_(std::move(description.value)),
+      filterExpression_(std::move(description.filter)),
+      rangeExpression_(std::move(description.range)),
+      doNotReturnEmptyArray_(description.forbidsEmptyArray()),
       evaluationProcessorsCache_(MutableDictionary::create()) {}
 
 RefPtr<ADMStatusValueRepresentation>
 ADMStatusValueRepresentation::initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
     const Dictionary* info, ADMStatusServiceCreator* serviceCreator,
     RefPtr<Dictionary> globalConfiguration) {
-  if (info == nullptr || info->objectForKey("Value").isNil()) return nullptr;
+  if (info == nullptr) return nullptr;
+  Description description(*info);
+  if (description.value.isNil()) return nullptr;
   const RefPtr<ADMEvaluationContext> context =
-      contextOf(*info, serviceOf(*info, serviceCreator), std::move(globalConfiguration));
+      contextOf(description, description.service(serviceCreator), std::move(globalConfiguration));
   if (!context) return nullptr;
-  return make<ADMStatusValueRepresentation>(*info, Ref<ADMEvaluationContext>(*context));
+  return make<ADMStatusValueRepresentation>(std::move(description),
+                                            Ref<ADMEvaluationContext>(*context));
 }
 
 Value ADMStatusValueRepresentation::representationData() {

@@ -28,6 +28,8 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
     : public Implements<Object, ADMRepresentationProcessor> {
  public:
   static const Class kClass;
+  /// What its description says. Its own affair.
+  struct Description;
 
   /// nil when the description is nil or has no "Value", or when the context cannot be made.
   /// Creator and configuration may be nil.
@@ -66,7 +68,7 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
     ADMEvaluationProcessor* processor = nullptr;
   };
 
-  ADMStatusValueRepresentation(const Dictionary& info, Ref<ADMEvaluationContext> context);
+  ADMStatusValueRepresentation(Description description, Ref<ADMEvaluationContext> context);
   ~ADMStatusValueRepresentation() override = default;
 
   [[nodiscard]] Value calculateDictionary(const Dictionary& valueInfo);

@@ -103,19 +103,26 @@ RefPtr<ADMStatusValueRepresentation> ADMTemplateProcessor::valueRepresentationFo
   return keyed != nullptr ? keyed->representation() : nullptr;
 }
 
-KeyedRepresentation* ADMTemplateProcessor::keyedRepresentation(const Value& key) {
+KeyedRepresentation* ADMTemplateProcessor::knownRepresentation(const Value& key) const {
   // Nothing else is put there.
-  if (Object* known = valueRepresentations_->objectForKey(key).object()) {
-    return static_cast<KeyedRepresentation*>(known);
-  }
-  const auto* info =
-      valuesTemplate_ ? castTo<Dictionary>(valuesTemplate_->objectForKey(key)) : nullptr;
+  return static_cast<KeyedRepresentation*>(valueRepresentations_->objectForKey(key).object());
+}
+
+KeyedRepresentation* ADMTemplateProcessor::keyedRepresentation(const Value& key) {
+  if (KeyedRepresentation* known = knownRepresentation(key)) return known;
+  return valuesTemplate_ ? newRepresentation(key, valuesTemplate_->objectForKey(key)) : nullptr;
+}
+
+KeyedRepresentation* ADMTemplateProcessor::newRepresentation(const Value& key,
+                                                             const Value& description) {
+  const auto* info = castTo<Dictionary>(description);
   if (info == nullptr) return nullptr;
+  const std::size_t before = valueRepresentations_->count();
   RefPtr<ADMStatusValueRepresentation> representation = makeRepresentation(*info);
   // A plug-in's context may ask for values while it is made. What was made meanwhile stays: it is
   // known by its address.
-  if (Object* known = valueRepresentations_->objectForKey(key).object()) {
-    return static_cast<KeyedRepresentation*>(known);
+  if (valueRepresentations_->count() != before) {
+    if (KeyedRepresentation* known = knownRepresentation(key)) return known;
   }
   const Ref<KeyedRepresentation> keyed = make<KeyedRepresentation>(std::move(representation));
   valueRepresentations_->setObject_forKey(keyed, key);
@@ -194,7 +201,8 @@ RefPtr<Dictionary> ADMTemplateProcessor::entireInfo() {
     KeyedRepresentation*& keyed = *known++;
     const auto* key = castTo<String>(entry.key);
     if (key == nullptr || key->isEmpty() || !servicesAvailable()) continue;
-    if (keyed == nullptr) keyed = keyedRepresentation(entry.key);
+    if (keyed == nullptr) keyed = knownRepresentation(entry.key);
+    if (keyed == nullptr) keyed = newRepresentation(entry.key, entry.value);
     if (keyed == nullptr) continue;
     Value value = valueOf(*keyed);
     if (!value.isNil()) values.add(entry, std::move(value));

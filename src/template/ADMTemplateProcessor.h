@@ -85,6 +85,10 @@ class COMMANDFILTER_EXPORT ADMTemplateProcessor final : public Object {
   /// The representation of a key with its value, borrowed; nullptr when the template describes
   /// none.
   [[nodiscard]] KeyedRepresentation* keyedRepresentation(const Value& key);
+  /// The same if it has been made; otherwise nullptr.
+  [[nodiscard]] KeyedRepresentation* knownRepresentation(const Value& key) const;
+  /// Makes it; nullptr when the description is no dictionary.
+  [[nodiscard]] KeyedRepresentation* newRepresentation(const Value& key, const Value& description);
   /// The value that was kept in the session, or else computed.
   [[nodiscard]] Value valueOf(KeyedRepresentation& keyed);
   [[nodiscard]] RefPtr<ADMStatusValueRepresentation> makeRepresentation(const Dictionary& info);
