@@ -72,6 +72,7 @@ constexpr std::array<FeatureMessage, 8> kFeatureMessages{{
 const FeatureMessage* featureMessage(const Selector& selector) {
   static const auto selectors = [] {
     std::vector<Selector> made;
+    made.reserve(kFeatureMessages.size());
     for (const FeatureMessage& message : kFeatureMessages) made.emplace_back(message.selector);
     return made;
   }();

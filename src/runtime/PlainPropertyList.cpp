@@ -34,8 +34,10 @@ constexpr auto kCharacters = [] {
   constexpr unsigned char kBehind = 0x80;
   std::array<Character, 256> characters{};
   for (std::size_t c = kFirst; c < kBehind; ++c) characters[c] = Character::Plain;
-  for (const unsigned char c : {'<', '&', '>'}) characters[c] = Character::Other;
-  for (const unsigned char c : {' ', '\t', '\n'}) characters[c] = Character::Blank;
+  for (const char c : {'<', '&', '>'}) characters[static_cast<unsigned char>(c)] = Character::Other;
+  for (const char c : {' ', '\t', '\n'}) {
+    characters[static_cast<unsigned char>(c)] = Character::Blank;
+  }
   return characters;
 }();
 
