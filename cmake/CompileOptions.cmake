@@ -47,7 +47,8 @@ function(embed_cxx_runtime)
                           -Wl,--exclude-libs,libstdc++.a -Wl,--gc-sections -Wl,-z,defs)
     endforeach()
     set(CMAKE_CXX_STANDARD_LIBRARIES
-      "-lm -Wl,-Bstatic -lstdc++ -Wl,-Bdynamic -lgcc_s -lgcc -lc" PARENT_SCOPE)
+      "-lm -Wl,-Bstatic -lstdc++ -Wl,-Bdynamic ${CMAKE_CXX_STANDARD_LIBRARIES} -lgcc_s -lgcc -lc"
+      PARENT_SCOPE)
   endif()
 endfunction()
 

@@ -7,7 +7,10 @@
 # The linker is given its own script back with these functions first among the code. A section of their
 # own would need no whole script, but profilers know functions in the usual one only.
 function(order_start target)
-  if(NOT COMMANDFILTER_EMBED_CXX_RUNTIME OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(flags "${CMAKE_CXX_FLAGS} ${CMAKE_EXE_LINKER_FLAGS} ${CMAKE_SHARED_LINKER_FLAGS}")
+  # Another linker has another script, or none.
+  if(NOT COMMANDFILTER_EMBED_CXX_RUNTIME OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU"
+     OR flags MATCHES "-fuse-ld=")
     return()
   endif()
   set(kind -shared)

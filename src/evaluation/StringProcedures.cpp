@@ -21,6 +21,21 @@ namespace {
 // A quote is written as the character of its low 8 bits.
 std::uint8_t quoteOf(char16_t unit) noexcept { return static_cast<std::uint8_t>(unit & 0xFFU); }
 
+struct Quotes {
+  std::uint8_t opening = '"';
+  std::uint8_t closing = '"';
+};
+
+// The first two characters of a text; of one that is missing, and for no text, the usual ones.
+Quotes quotesIn(const String* text) {
+  Quotes quotes;
+  if (text == nullptr) return quotes;
+  const CodeUnits units(text->view());
+  if (units.length() > 0) quotes.opening = quoteOf(units[0]);
+  quotes.closing = units.length() > 1 ? quoteOf(units[1]) : quotes.opening;
+  return quotes;
+}
+
 /// _Enquote(text [, quotes]): the text between quotes.
 Value enquote(ADMEvaluationContextBase& context, const Array* items) {
   if (!argumentsOf("Enquote").accepts(countOf(items))) {
@@ -31,20 +46,12 @@ Value enquote(ADMEvaluationContextBase& context, const Array* items) {
   const auto* text = castTo<String>(value);
   if (text == nullptr) return {};
   if (text->isEmpty()) return value;
-  std::uint8_t opening = '"';
-  std::optional<std::uint8_t> closing;
-  if (countOf(items) == 2) {
-    const Value quotes = evaluateArgument(items, 1, context);
-    if (const auto* characters = castTo<String>(quotes)) {
-      const CodeUnits units(characters->view());
-      if (units.length() > 0) opening = quoteOf(units[0]);
-      if (units.length() > 1) closing = quoteOf(units[1]);
-    }
-  }
+  Quotes quotes;
+  if (countOf(items) == 2) quotes = quotesIn(castTo<String>(evaluateArgument(items, 1, context)));
   std::string quoted;
-  appendCodePoint(quoted, opening);
+  appendCodePoint(quoted, quotes.opening);
   quoted.append(text->view());
-  appendCodePoint(quoted, closing.value_or(opening));
+  appendCodePoint(quoted, quotes.closing);
   checkTextSize(quoted.size());
   return String::create(std::move(quoted));
 }

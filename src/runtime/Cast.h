@@ -45,8 +45,7 @@ template <typename T>
 template <typename T>
 [[nodiscard]] T* castTo(const Value& value) noexcept {
   if constexpr (detail::HasObjectKind<T>) {
-    // Through a reference, which tells checkers that there is an object.
-    return value.isKind(T::kObjectKind) ? &static_cast<T&>(*value.object()) : nullptr;
+    return value.isKind(T::kObjectKind) ? static_cast<T*>(value.object()) : nullptr;
   } else {
     return castTo<T>(value.object());
   }

@@ -23,8 +23,9 @@ Invocation::Invocation(MethodSignature signature, Value target, Selector selecto
 }
 
 std::span<const Value> Invocation::arguments() const noexcept {
-  if (!manyArguments_.empty()) return manyArguments_;
-  return std::span(fewArguments_).first(signature_.numberOfArguments() - kHiddenArguments);
+  const std::size_t count = signature_.numberOfArguments() - kHiddenArguments;
+  if (count > fewArguments_.size()) return manyArguments_;
+  return std::span(fewArguments_).first(count);
 }
 
 const Value& Invocation::argumentAtIndex(std::size_t index) const {
@@ -38,8 +39,8 @@ const Value& Invocation::argumentAtIndex(std::size_t index) const {
 
 void Invocation::setArgumentAtIndex(Value value, std::size_t index) {
   static_cast<void>(argumentAtIndex(index));
-  auto* const first = manyArguments_.empty() ? fewArguments_.data() : manyArguments_.data();
-  first[index - kHiddenArguments] = std::move(value);  // NOLINT: examined above
+  const std::size_t place = index - kHiddenArguments;
+  (manyArguments_.empty() ? fewArguments_[place] : manyArguments_[place]) = std::move(value);
 }
 
 void Invocation::setZeroReturnValue() noexcept {

@@ -9,10 +9,8 @@
 #include <string>
 #include <utility>
 
-#include "runtime/Array.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
-#include "runtime/Dictionary.h"
 #include "runtime/Number.h"
 #include "runtime/PropertyListBuilder.h"
 #include "runtime/String.h"
@@ -200,8 +198,8 @@ class Reader {
       });
     }
     if (takes("<string/>")) return add(String::create({}));
-    if (takes("<dict/>")) return add(Dictionary::create());
-    return takes("<array/>") && add(Array::create({}));
+    if (takes("<dict/>")) return begin(Collection::Dictionary) && builder_.end();
+    return takes("<array/>") && begin(Collection::Array) && builder_.end();
   }
 
   [[nodiscard]] bool isInArray() const {

@@ -250,7 +250,8 @@ class Reader {
 
 Result<Value> parseXMLPropertyList(std::string_view text, PropertyListObserver* observer) {
   const ExpatLibrary* library = ExpatLibrary::shared();
-  if (library == nullptr) return Failure{"expat, which reads it, cannot be loaded"};
+  if (library == nullptr)
+    return Failure{"expat, which reads it, cannot be loaded; install libexpat1"};
   return Reader(*library, observer).read(text);
 }
 

@@ -294,6 +294,14 @@ TEST(XMLPropertyList, IsNestedAsDeepAsTheLimitAndNoDeeper) {
   };
   EXPECT_EQ(objectionTo(arrays(512)), "");
   EXPECT_EQ(objectionTo(dictionaries(512)), "");
+  // One that has no content is as deep as one that could.
+  for (const std::string_view empty : {"<array/>", "<dict/>", "<dict></dict>"}) {
+    const auto inside = [empty](std::size_t depth) {
+      return list(repeated("<array>", depth) + std::string(empty) + repeated("</array>", depth));
+    };
+    EXPECT_EQ(objectionTo(inside(511)), "");
+    EXPECT_THAT(objectionTo(inside(512)), HasSubstr("its collections are nested too deeply"));
+  }
   for (const std::size_t depth : {std::size_t{513}, kMillion}) {
     EXPECT_THAT(objectionTo(arrays(depth)), HasSubstr("its collections are nested too deeply"));
     EXPECT_THAT(objectionTo(dictionaries(depth)), HasSubstr("nested too deeply"));
@@ -330,6 +338,9 @@ TEST(XMLPropertyList, IsNotDeceivedByMarkupInsideOfOtherMarkup) {
 }
 
 TEST(XMLPropertyList, HoldsAsManyValuesAsTheLimitAndNoMore) {
+  // The array is one of them.
+  EXPECT_EQ(
+      objectionTo(list("<array>" + repeated("<true/>", kPropertyListValues - 1) + "</array>")), "");
   EXPECT_THAT(objectionTo(list("<array>" + repeated("<true/>", kPropertyListValues) + "</array>")),
               HasSubstr(": it holds too many values"));
 }

@@ -114,13 +114,20 @@ RefPtr<MutableDictionary> ADMDMFStatusServiceCreator::userInfoForServiceName(con
 
 std::shared_ptr<RecentQuestions> ADMDMFStatusServiceCreator::recentQuestionsForServiceName(
     const String& name) {
+  // Names may be computed, so there is no end of them; these are more than a template needs.
+  constexpr std::size_t kMostNames = 64;
   const auto known = recentQuestions_.find(name.view());
   if (known != recentQuestions_.end()) return known->second;
+  if (recentQuestions_.size() == kMostNames) return nullptr;
   return recentQuestions_.emplace(name.text(), std::make_shared<RecentQuestions>()).first->second;
 }
 
 void ADMDMFStatusServiceCreator::reinitializeServices() {
-  for (const auto& [name, questions] : recentQuestions_) questions->forgetService();
+  std::erase_if(recentQuestions_, [](const auto& entry) {
+    const bool isUsed = entry.second.use_count() > 1;
+    if (isUsed) entry.second->forgetService();
+    return !isUsed;
+  });
   if (statusServices_) statusServices_->removeAllObjects();
   if (!userInfos_) return;
   // Proxies may still hold a store; it must not keep what was answered.

@@ -19,8 +19,9 @@ class COMMANDFILTER_EXPORT ADMFeaturePathSource : public ProtocolBase {
   /// when the path cannot be answered, otherwise nil. May wait for the device.
   virtual Value valueForFeaturePathComponents_errorInfo(const Array& components,
                                                         RefPtr<String>& errorInfo) = 0;
-  /// What the path's value is known to be, without waiting: borrowed until the next question, the
-  /// null object for nil. nil, which the base answers, when it has to be asked for.
+  /// What the path's value is known to be, without waiting: borrowed until the next question or
+  /// until the services are forgotten, the null object for nil. nil, which the base answers, when
+  /// it has to be asked for.
   [[nodiscard]] virtual const Value& knownValueForFeaturePathComponents(
       const Array& components) const;
 

@@ -18,8 +18,9 @@ class COMMANDFILTER_EXPORT ADMMessageSource : public ProtocolBase {
   /// `answer` as it was, when the message is to be sent as to any other object. May wait for the
   /// device.
   virtual bool answerMessage(const Selector& selector, const Value& object, Value& answer) = 0;
-  /// What the answer is known to be, without asking: borrowed until the next question, the null
-  /// object for nil. nil, which the base answers, when the message has to be sent.
+  /// What the answer is known to be, without asking: borrowed until the next question or until the
+  /// services are forgotten, the null object for nil. nil, which the base answers, when the message
+  /// has to be sent.
   [[nodiscard]] virtual const Value& knownAnswer(const Selector& selector,
                                                  const Value& object) const noexcept;
 

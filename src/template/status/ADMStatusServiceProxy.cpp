@@ -139,9 +139,11 @@ Value ADMStatusServiceProxy::keptOr(const ServiceQuestion& question, const Value
     remember(question, key, known, kept);
     return known.nullAsNil();
   }
+  const std::uint64_t generation = serviceCreator_->generation();
   Value answer = ask();
   kept->setObject_forKey(answer.orNull(), key);
-  remember(question, key, answer.orNull(), kept);
+  // Whoever answers may have the services forgotten meanwhile; then this is no answer of today's.
+  if (serviceCreator_->generation() == generation) remember(question, key, answer.orNull(), kept);
   return answer;
 }
 
@@ -196,11 +198,14 @@ MessageForm ADMStatusServiceProxy::formOf(const Value& service, const Selector& 
     const MessageForm known = recent_->messages.formFor(service, selector);
     if (known.isAnswered) return known;
   }
+  const std::uint64_t generation = serviceCreator_->generation();
   if (!commandfilter::respondsToSelector(service, selector)) return {};
   const MethodSignature signature = commandfilter::methodSignatureForSelector(service, selector);
   if (!signature) return {};
   const MessageForm form(signature);
-  if (recent_) recent_->messages.remember(service, selector, form);
+  if (recent_ && serviceCreator_->generation() == generation) {
+    recent_->messages.remember(service, selector, form);
+  }
   return form;
 }
 

@@ -17,7 +17,7 @@ namespace commandfilter {
 /// no text together and searches nothing.
 class RecentAnswers {
  public:
-  /// An answer that was found where answers are kept.
+  /// An answer, and where it is kept.
   struct Kept {
     const Value& key;
     /// The null object stands for nil.
@@ -27,8 +27,8 @@ class RecentAnswers {
     std::uint64_t generation;
   };
 
-  /// The answer to a question, borrowed until the next one is remembered; the null object stands
-  /// for nil. nil when it is not known, or may have changed.
+  /// The answer to a question, borrowed until the next one is remembered or all are forgotten; the
+  /// null object stands for nil. nil when it is not known, or may have changed.
   [[nodiscard]] const Value& answerTo(const ServiceQuestion& question,
                                       std::uint64_t generation) const noexcept {
     return isCurrent(generation) ? entries_[find(question)].answer : kNone;
@@ -44,7 +44,7 @@ class RecentAnswers {
   void forgetAnswers() noexcept;
 
  private:
-  static constexpr std::size_t kFewest = 64;
+  static constexpr std::size_t kFewest = 8;
   static constexpr std::size_t kMost = 1024;
   static constexpr Value kNone{};
 

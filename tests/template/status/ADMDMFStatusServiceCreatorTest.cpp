@@ -266,6 +266,31 @@ TEST_F(SharedMemory, EndsWithTheServices) {
   EXPECT_EQ(valueFor("Test"), "nil: Empty service");
 }
 
+// What is answered before a reset is no answer after it.
+TEST_F(SharedMemory, TakesNoAnswerFromBeforeAResetInIt) {
+  int resets = 1;
+  service_->answer("valueForFeature:", "@@", [&](const ServiceDouble::Arguments& /*arguments*/) {
+    if (resets-- > 0) creator_->reinitializeServices();
+    return Number::integer(resets);
+  });
+  EXPECT_EQ(valueFor("Test"), "0");
+  EXPECT_FALSE(isKnown("Test"));
+  EXPECT_EQ(valueFor("Test"), "-1");
+  EXPECT_TRUE(isKnown("Test"));
+}
+
+TEST_F(SharedMemory, IsOfManyNamesButNotOfAny) {
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_EQ(valueFor("Name" + std::to_string(i)), "nil: Empty service");
+  }
+  EXPECT_TRUE(isKnown("Name0"));
+  EXPECT_FALSE(isKnown("Name999"));
+  // Names that nobody uses are forgotten with the services.
+  creator_->reinitializeServices();
+  EXPECT_EQ(valueFor("Name999"), "nil: Empty service");
+  EXPECT_TRUE(isKnown("Name999"));
+}
+
 TEST_F(SharedMemory, KeepsNothingOfForgottenServices) {
   const Ref<Array> answer = Array::create({Number::integer(1)});
   service_->answer("levels", answer);
