@@ -15,6 +15,7 @@
 #include "runtime/PropertyList.h"
 #include "runtime/Send.h"
 #include "runtime/String.h"
+#include "runtime/ValueVector.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void sendEverything(const Value& service, const Dictionary& description) {
   for (const std::string_view name : selectors) {
     const Selector selector(name);
     if (!respondsToSelector(service, selector)) continue;
-    const std::vector<Value> arguments(
+    const ValueVector arguments(
         methodSignatureForSelector(service, selector).numberOfArguments() - 2, argument);
     static_cast<void>(send(service, selector, arguments));
   }

@@ -3,7 +3,6 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
@@ -31,7 +30,7 @@ Value toValue(const Datum& datum) {
   }
   if (const auto* map = std::get_if<Datum::Map>(&datum.content)) return dictionaryOf(*map);
   if (const auto* list = std::get_if<Datum::List>(&datum.content)) {
-    std::vector<Value> elements;
+    ValueVector elements;
     elements.reserve(list->size());
     for (const Datum& element : *list) elements.push_back(toValue(element));
     return Array::create(std::move(elements));

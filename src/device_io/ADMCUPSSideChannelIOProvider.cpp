@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
-#include <vector>
 
 #include "device_io/ADMCUPSSideChannelDevice.h"
 #include "device_io/SystemVersion.h"
 #include "device_io/URIScheme.h"
 #include "runtime/Bundle.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -42,7 +42,7 @@ const Class* ADMCUPSSideChannelIOProvider::implementorClassForProtocolWithName(c
 }
 
 Ref<Array> ADMCUPSSideChannelIOProvider::supportedSchemes() {
-  std::vector<Value> schemes;
+  ValueVector schemes;
   schemes.reserve(kSchemes.size());
   for (const std::string_view scheme : kSchemes) {
     schemes.emplace_back(String::create(std::string(scheme)));

@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace commandfilter {
 
@@ -28,7 +27,7 @@ RefPtr<DeviceIDInterpreter> DeviceIDInterpreter::initWithDeviceIDString(const St
 }
 
 RefPtr<Array> DeviceIDInterpreter::languages() {
-  std::vector<Value> languages;
+  ValueVector languages;
   for (const std::string_view language : deviceID_.languages()) {
     languages.emplace_back(String::create(std::string(language)));
   }

@@ -1,7 +1,5 @@
 #include "device_model/FeatureTable.h"
 
-#include <vector>
-
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
 
@@ -22,7 +20,7 @@ const Dictionary* partOf(const Dictionary* dictionary, const Value& key) {
 }
 
 Value keysOf(const Dictionary* dictionary) {
-  std::vector<Value> keys;
+  ValueVector keys;
   if (dictionary != nullptr) {
     for (const DictionaryEntry& entry : *dictionary) keys.push_back(entry.key);
   }

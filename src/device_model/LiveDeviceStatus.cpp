@@ -33,7 +33,7 @@ std::optional<std::int64_t> integerOf(const std::optional<std::string>& value) {
 
 template <typename Texts>
 Value arrayOf(const Texts& texts) {
-  std::vector<Value> elements;
+  ValueVector elements;
   elements.reserve(texts.size());
   for (const auto& text : texts) elements.emplace_back(String::create(std::string(text)));
   return Array::create(std::move(elements));
@@ -57,7 +57,7 @@ class FeatureBuilder {
       DictionaryBuilder byIdentifier;
       for (const auto& [identifier, value] : values) byIdentifier.set(identifier, value);
       const Ref<Dictionary> entries = byIdentifier.build();
-      std::vector<Value> all;
+      ValueVector all;
       for (const Value& each : identifiers_) all.push_back(entries->objectForKey(each));
       DictionaryBuilder property;
       property.set("Value", Array::create(std::move(all)));
@@ -73,7 +73,7 @@ class FeatureBuilder {
   }
 
  private:
-  std::vector<Value> identifiers_;
+  ValueVector identifiers_;
   std::map<std::string, std::vector<std::pair<Value, Value>>> properties_;
 };
 

@@ -22,7 +22,7 @@ Value integerOrNil(const std::optional<std::int64_t>& number) {
 
 // What the queue has as the names of its supplies, whoever told the scheduler.
 Ref<Dictionary> markersFeature(const std::vector<std::string>& names) {
-  std::vector<Value> values;
+  ValueVector values;
   values.reserve(names.size());
   for (const std::string& name : names) values.push_back(String::create(name));
   DictionaryBuilder property;
@@ -99,7 +99,7 @@ Value LiveSuppliesStatus::lastError() {
 }
 
 Value LiveSuppliesStatus::suppliesIdentifiers() {
-  std::vector<Value> identifiers;
+  ValueVector identifiers;
   for (const Supply& each : supplies()) identifiers.push_back(String::create(each.identifier));
   return Array::create(std::move(identifiers));
 }
@@ -167,7 +167,7 @@ Ref<Dictionary> LiveSuppliesStatus::features() {
   const Value identifiers = suppliesIdentifiers();
   DictionaryBuilder properties;
   for (const Property& property : kProperties) {
-    std::vector<Value> values;
+    ValueVector values;
     DictionaryBuilder byIdentifier;
     for (const Value& identifier : *castTo<Array>(identifiers)) {
       Value value = (this->*property.answer)(identifier);

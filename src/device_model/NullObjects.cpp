@@ -17,7 +17,7 @@ namespace {
 std::optional<Value> replaced(const Value& value);
 
 std::optional<Value> replacedArray(const Array& array) {
-  std::optional<std::vector<Value>> elements;
+  std::optional<ValueVector> elements;
   for (std::size_t i = 0; i < array.count(); ++i) {
     std::optional<Value> element = replaced(array[i]);
     if (!element) continue;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ADMMacrosEvaluationContext.h"
 #include "evaluation/ProcedureGroups.h"
@@ -10,6 +9,7 @@
 #include "runtime/Exception.h"
 #include "runtime/Send.h"
 #include "runtime/String.h"
+#include "runtime/ValueVector.h"
 #include "template/status/ADMFeaturePathSource.h"
 
 namespace commandfilter {
@@ -184,7 +184,7 @@ inline Value ADMEvaluationContextBase::valueForFeaturePath(const Array& componen
 // Apart, because few paths have an "@".
 [[gnu::noinline]] Value ADMEvaluationContextBase::valueForCurrentFeaturePath(
     const Array& components) {
-  std::vector<Value> replaced;
+  ValueVector replaced;
   replaced.reserve(components.count());
   for (const Value& component : components) {
     Value part = standsForCurrent(component) ? defaultServiceSymbolValue() : component;

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ADMAggregateEvaluationContext.h"
 #include "evaluation/AppendingStep.h"
@@ -15,6 +14,7 @@
 #include "expression/OperandValue.h"
 #include "runtime/Cast.h"
 #include "runtime/Comparison.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -72,7 +72,7 @@ class Accumulation {
   // The accumulator of an appending step.
   RefPtr<CollectedElements> list_;
   // Those of one step; kept for its memory.
-  std::vector<Value> additions_;
+  ValueVector additions_;
 };
 
 /// _Sort(list, key): the elements in the ascending order of their keys.

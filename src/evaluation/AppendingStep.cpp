@@ -25,7 +25,7 @@ std::optional<AppendingStep> AppendingStep::ofItem(const ADMEvaluationItemBase& 
   return AppendingStep(std::move(values));
 }
 
-void AppendingStep::evaluate(ADMEvaluationContext& context, std::vector<Value>& additions) const {
+void AppendingStep::evaluate(ADMEvaluationContext& context, ValueVector& additions) const {
   for (auto item = values_.rbegin(); item != values_.rend(); ++item) {
     Value value = (*item)->evaluate(context);
     if (const auto* array = castTo<Array>(value)) {

@@ -8,6 +8,7 @@
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -19,7 +20,7 @@ class AppendingStep {
   [[nodiscard]] static std::optional<AppendingStep> ofItem(const ADMEvaluationItemBase& item);
 
   /// Evaluates the values in their order; puts what belongs behind an array into `additions`.
-  void evaluate(ADMEvaluationContext& context, std::vector<Value>& additions) const;
+  void evaluate(ADMEvaluationContext& context, ValueVector& additions) const;
 
  private:
   explicit AppendingStep(std::vector<const ADMEvaluationItemBase*> values) noexcept

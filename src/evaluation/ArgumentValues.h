@@ -7,11 +7,11 @@
 #include <new>
 #include <span>
 #include <utility>
-#include <vector>
 
 #include "runtime/Array.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -49,7 +49,7 @@ class ArgumentValues {
   }
   /// All of them, with the null object for nil.
   [[nodiscard]] Ref<Array> array() const {
-    std::vector<Value> values;
+    ValueVector values;
     values.reserve(count_);
     for (const Value& value : all()) values.push_back(value.orNull());
     return Array::create(std::move(values));

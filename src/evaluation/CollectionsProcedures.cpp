@@ -5,7 +5,6 @@
 #include <optional>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ElementSet.h"
 #include "evaluation/ProcedureArguments.h"
@@ -16,6 +15,7 @@
 #include "runtime/Dictionary.h"
 #include "runtime/Exception.h"
 #include "runtime/Number.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -27,8 +27,8 @@ constexpr std::string_view kWrongContainsNumber = "Incorrect arguments number in
 constexpr std::string_view kWrongGetItemNumber = "Incorrect arguments number in GetItem()";
 
 // The values of a table under the numbers whose bits are all set in the mask.
-std::vector<Value> translateMask(std::uint64_t mask, const Dictionary& table) {
-  std::vector<Value> translated;
+ValueVector translateMask(std::uint64_t mask, const Dictionary& table) {
+  ValueVector translated;
   for (const DictionaryEntry& entry : table) {
     if (!entry.key.isNumber()) continue;
     const std::uint64_t bits = entry.key.number().unsignedLongValue();
@@ -38,8 +38,8 @@ std::vector<Value> translateMask(std::uint64_t mask, const Dictionary& table) {
 }
 
 // The values of a table under each of the codes, which may be missing.
-std::vector<Value> translateCodes(const Array& codes, const Dictionary& table) {
-  std::vector<Value> translated;
+ValueVector translateCodes(const Array& codes, const Dictionary& table) {
+  ValueVector translated;
   translated.reserve(codes.count());
   for (const Value& code : codes) {
     const Value& value = table.objectForKey(code);
@@ -59,9 +59,9 @@ Value translate(ADMEvaluationContextBase& context, const Array* items) {
   if (table == nullptr || (codes == nullptr && !keys.isNumber())) {
     return failWith(context, kWrongContainsNumber);
   }
-  std::vector<Value> translated = codes != nullptr
-                                      ? translateCodes(*codes, *table)
-                                      : translateMask(keys.number().unsignedLongValue(), *table);
+  ValueVector translated = codes != nullptr
+                               ? translateCodes(*codes, *table)
+                               : translateMask(keys.number().unsignedLongValue(), *table);
   return translated.empty() ? Value() : Value(Array::create(std::move(translated)));
 }
 
@@ -187,7 +187,7 @@ Value maxValue(ADMEvaluationContextBase& context, const Array* items) {
 Value allKeys(ADMEvaluationContextBase& context, const Array* items) {
   if (!argumentsOf("AllKeys").accepts(countOf(items))) return {};
   const Value collection = evaluateArgument(items, 0, context);
-  std::vector<Value> keys;
+  ValueVector keys;
   if (const auto* array = castTo<Array>(collection)) {
     keys.reserve(array->count());
     for (std::size_t i = 0; i < array->count(); ++i) {
@@ -233,7 +233,7 @@ Value dictionary(ADMEvaluationContextBase& context, const Array* items) {
 
 /// _Array(value, ...): an array of the values that are there.
 Value array(ADMEvaluationContextBase& context, const Array* items) {
-  std::vector<Value> elements;
+  ValueVector elements;
   elements.reserve(countOf(items));
   for (std::size_t i = 0; i < countOf(items); ++i) {
     Value element = evaluateArgument(items, i, context);

@@ -2,7 +2,6 @@
 #include <array>
 #include <cstddef>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
@@ -13,6 +12,7 @@
 #include "runtime/Format.h"
 #include "runtime/Send.h"
 #include "runtime/String.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -80,7 +80,7 @@ Value external(ADMEvaluationContextBase& context, const Array* items) {
   if (!procedure.isUsable()) return fail(context);
   if (items->count() == 1) return procedure.execute(nullptr, context);
   const bool evaluates = !procedure.wantsEvaluateArguments();
-  std::vector<Value> arguments;
+  ValueVector arguments;
   arguments.reserve(items->count() - 1);
   for (std::size_t i = 1; i < items->count(); ++i) {
     arguments.push_back(evaluates ? evaluateArgument(items, i, context).orNull() : (*items)[i]);

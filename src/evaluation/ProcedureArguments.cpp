@@ -1,17 +1,17 @@
 #include "evaluation/ProcedureArguments.h"
 
 #include <utility>
-#include <vector>
 
 #include "runtime/Cast.h"
 #include "runtime/Dictionary.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
 RefPtr<Array> elementsOf(const Value& collection) {
   const auto* dictionary = castTo<Dictionary>(collection);
   if (dictionary == nullptr) return RefPtr<Array>(castTo<Array>(collection));
-  std::vector<Value> values;
+  ValueVector values;
   values.reserve(dictionary->count());
   for (const DictionaryEntry& entry : *dictionary) values.push_back(entry.value);
   return Array::create(std::move(values));

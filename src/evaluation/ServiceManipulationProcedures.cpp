@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
@@ -12,6 +11,7 @@
 #include "runtime/Cast.h"
 #include "runtime/Exception.h"
 #include "runtime/String.h"
+#include "runtime/ValueVector.h"
 #include "template/status/ADMFeaturePathSource.h"
 #include "template/status/ADMStatusServiceCreator.h"
 #include "template/status/ADMStatusServiceProxy.h"
@@ -28,7 +28,7 @@ Value serviceValue(ADMEvaluationContextBase& context, const Array* items) {
   Value service = evaluateArgument(items, 0, context);
   if (service.isNil()) service = context.statusService();
   if (service.isNil()) return {};
-  std::vector<Value> components;
+  ValueVector components;
   components.reserve(items->count() - 1);
   for (std::size_t i = 1; i < items->count(); ++i) {
     Value component = evaluateArgument(items, i, context);

@@ -2,13 +2,13 @@
 #include <array>
 #include <cstddef>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ElementSet.h"
 #include "evaluation/ProcedureArguments.h"
 #include "evaluation/ProcedureGroups.h"
 #include "evaluation/ProcedureSignatures.h"
 #include "runtime/Cast.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -18,7 +18,7 @@ namespace {
 Value selectElements(const Array& list, const Array& other, bool held) {
   const ElementSet others(other);
   ElementSet taken;
-  std::vector<Value> selected;
+  ValueVector selected;
   for (const Value& element : list) {
     if (others.contains(element) == held && taken.insert(element)) selected.push_back(element);
   }
@@ -63,7 +63,7 @@ Value unite(ADMEvaluationContextBase& context, const Array* items) {
   if (right == nullptr) return first;
   ElementSet taken;
   taken.reserve(left->count() + right->count());
-  std::vector<Value> united;
+  ValueVector united;
   united.reserve(left->count() + right->count());
   for (const Array* side : {left, right}) {
     for (const Value& element : *side) {

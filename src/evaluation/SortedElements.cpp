@@ -9,6 +9,7 @@
 #include "evaluation/KeyOrder.h"
 #include "runtime/ArrayExtension.h"
 #include "runtime/Comparison.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -61,7 +62,7 @@ std::size_t SortedElements::placeOf(const Value& key) const {
 
 Ref<Array> SortedElements::elementsAt(KeyPlaces places) const {
   const Array& list = *list_;
-  std::vector<Value> elements;
+  ValueVector elements;
   elements.reserve(keys_.size());
   for (const KeyPlace& place : places) elements.push_back(list[place.arrival]);
   if (elements.size() < keys_.size()) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "runtime/Array.h"
 #include "runtime/Class.h"
@@ -10,6 +9,7 @@
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -47,7 +47,7 @@ class COMMANDFILTER_EXPORT ADMItemsList final : public Object {
   ADMItemsList() noexcept : Object(ObjectKind::ItemsList) {}
   ~ADMItemsList() override = default;
 
-  std::vector<Value> list_;
+  ValueVector list_;
   bool appended_ = false;
 };
 

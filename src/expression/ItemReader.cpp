@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "expression/ADMEvaluationBinaryOperation.h"
 #include "expression/ADMEvaluationFeaturePath.h"
@@ -24,6 +23,7 @@
 #include "expression/SharedPath.h"
 #include "runtime/Number.h"
 #include "runtime/Text.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -165,7 +165,7 @@ Ref<Array> ItemReader::componentsOf(const Token& token) const {
     key = {at + 1, units.findOrNull(u']', at + 1)};
     at = key.end + 1;
   }
-  std::vector<Value> components;
+  ValueVector components;
   constexpr std::size_t kUsual = 3;
   components.reserve(kUsual);
   components.emplace_back(trimmedText(token.content));

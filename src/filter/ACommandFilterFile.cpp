@@ -7,7 +7,6 @@
 #include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "filter/environment/ACommandFilterEnvironment.h"
 #include "runtime/File.h"
@@ -15,6 +14,7 @@
 #include "runtime/String.h"
 #include "runtime/Text.h"
 #include "runtime/UTF8.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -49,7 +49,7 @@ RefPtr<Array> ACommandFilterFile::commandsInData(std::string_view data) {
   const LineEnd firstEnd = findLineEnd(data, 0);
   if (firstEnd.offset == data.size()) return nullptr;
   if (data.substr(0, firstEnd.offset).find(kHeader) == std::string_view::npos) return nullptr;
-  std::vector<Value> commands;
+  ValueVector commands;
   for (std::size_t start = 0; start < data.size();) {
     const LineEnd end = findLineEnd(data, start);
     const std::string_view line = trimmed(data.substr(start, end.offset - start));

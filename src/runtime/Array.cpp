@@ -31,7 +31,7 @@ constexpr std::array kArrayMethods{
 constinit const Class Array::kClass{
     .name = "Array", .base = &Object::kClass, .methods = kArrayMethods};
 
-Ref<Array> Array::create(std::vector<Value> elements) {
+Ref<Array> Array::create(ValueVector elements) {
   for (Value& element : elements) {
     if (element.isNil()) element = Value::null();
   }

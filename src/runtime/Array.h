@@ -3,12 +3,12 @@
 
 #include <cstddef>
 #include <utility>
-#include <vector>
 
 #include "runtime/Export.h"
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -21,7 +21,7 @@ class COMMANDFILTER_EXPORT Array final : public Object {
   using KindClass = Array;
 
   /// An array of the elements; nil elements become the null object.
-  [[nodiscard]] static Ref<Array> create(std::vector<Value> elements = {});
+  [[nodiscard]] static Ref<Array> create(ValueVector elements = {});
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool isEqual(const Value& other) const override;
@@ -47,19 +47,17 @@ class COMMANDFILTER_EXPORT Array final : public Object {
     OnlyReference() = default;
   };
   /// The elements, to be extended with values that are not nil.
-  [[nodiscard]] std::vector<Value>& mutableElements(OnlyReference /*proof*/) noexcept {
-    return elements_;
-  }
+  [[nodiscard]] ValueVector& mutableElements(OnlyReference /*proof*/) noexcept { return elements_; }
 
  private:
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  explicit Array(std::vector<Value> elements) noexcept
+  explicit Array(ValueVector elements) noexcept
       : Object(ObjectKind::Array), elements_(std::move(elements)) {}
   ~Array() override = default;
 
-  std::vector<Value> elements_;
+  ValueVector elements_;
 };
 
 }  // namespace commandfilter

@@ -1,16 +1,16 @@
 #include "runtime/ArrayExtension.h"
 
 #include <utility>
-#include <vector>
 
 #include "runtime/Cast.h"
 #include "runtime/SizeLimits.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
 namespace {
 
-void append(std::vector<Value>& elements, const Value& value) {
+void append(ValueVector& elements, const Value& value) {
   if (const auto* array = castTo<Array>(value)) {
     checkArraySize(elements.size() + array->count());
     elements.insert(elements.end(), array->begin(), array->end());
@@ -29,7 +29,7 @@ Ref<Array> arrayExtendedBy(Value left, const Value& right) {
   }
   const auto* other = castTo<Array>(right);
   checkArraySize(array.count() + (other != nullptr ? other->count() : 1));
-  std::vector<Value> elements;
+  ValueVector elements;
   elements.reserve(array.count() + (other != nullptr ? other->count() : 1));
   elements.assign(array.begin(), array.end());
   append(elements, right);
@@ -39,7 +39,7 @@ Ref<Array> arrayExtendedBy(Value left, const Value& right) {
 Ref<Array> arrayWithElementAt(Ref<Array> array, std::size_t index, Value element) {
   const auto place = static_cast<std::ptrdiff_t>(index);
   if (array->referenceCount() == 1) {
-    std::vector<Value>& elements = array->mutableElements(Array::OnlyReference{});
+    ValueVector& elements = array->mutableElements(Array::OnlyReference{});
     if (index == elements.size()) {
       // Room for a few spares short lists most of their allocations.
       constexpr std::size_t kFew = 8;
@@ -50,7 +50,7 @@ Ref<Array> arrayWithElementAt(Ref<Array> array, std::size_t index, Value element
     }
     return array;
   }
-  std::vector<Value> elements;
+  ValueVector elements;
   elements.reserve(array->count() + 1);
   elements.assign(array->begin(), array->begin() + place);
   elements.push_back(element.orNull());

@@ -8,7 +8,6 @@
 #include <string>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "runtime/Array.h"
 #include "runtime/BinaryPropertyListShape.h"
@@ -119,7 +118,7 @@ class Conversion {
   }
 
   Value convertArray(plist_t node) const {
-    std::vector<Value> elements;
+    ValueVector elements;
     elements.reserve(library_.arraySize(node));
     plist_array_iter iterator = nullptr;
     library_.newArrayIterator(node, &iterator);

@@ -9,6 +9,7 @@
 #include "runtime/PropertyList.h"
 #include "runtime/SharedKeys.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::detail {
 
@@ -71,7 +72,7 @@ class PropertyListBuilder {
   }
 
   std::vector<Open> open_;
-  std::vector<Value> complete_;
+  ValueVector complete_;
   std::size_t parts_ = 0;
   SharedKeys sharedKeys_;
 };

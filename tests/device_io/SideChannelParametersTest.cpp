@@ -10,6 +10,7 @@
 #include "device_io/ADMCUPSSideChannelDevice.h"
 #include "runtime/Cast.h"
 #include "runtime/Description.h"
+#include "runtime/ValueVector.h"
 #include "runtime/device_model/DeviceModelConstants.h"
 #include "support/File.h"
 #include "support/TemporaryFolder.h"
@@ -40,7 +41,7 @@ std::string textFor(const Dictionary& dictionary, std::string_view key) {
 }
 
 Ref<Array> keys(const std::vector<std::string_view>& names) {
-  std::vector<Value> values;
+  ValueVector values;
   for (const std::string_view name : names) {
     values.emplace_back(String::create(std::string(name)));
   }

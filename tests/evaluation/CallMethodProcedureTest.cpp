@@ -7,6 +7,7 @@
 
 #include "expression/Expressions.h"
 #include "runtime/TestObjects.h"
+#include "runtime/ValueVector.h"
 #include "template/status/ADMStatusServiceProxy.h"
 #include "template/status/doubles/OneServiceCreator.h"
 #include "template/status/doubles/ServiceDouble.h"
@@ -94,7 +95,7 @@ TEST_F(CallMethod, PassesNumbersOfEveryType) {
 }
 
 TEST_F(CallMethod, GivesMethodsTheBitsOfUnsignedNumbers) {
-  std::vector<Value> received;
+  ValueVector received;
   const Ref<ServiceDouble> service = ServiceDouble::create();
   const auto keep = [&received](const ServiceDouble::Arguments& arguments) {
     received.push_back(arguments[0]);

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <vector>
 
 #include "expression/Expressions.h"
 #include "runtime/Comparison.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
 #include "runtime/Object.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -34,7 +34,7 @@ class OtherObject final : public Object {
 };
 constinit const Class OtherObject::kClass{.name = "OtherObject", .base = &Object::kClass};
 
-std::vector<Value> valuesOfAllKinds() {
+ValueVector valuesOfAllKinds() {
   return {Value::null(),
           numberOf(0),
           Value::boolean(false),
@@ -68,7 +68,7 @@ std::vector<Value> valuesOfAllKinds() {
           make<OtherObject>(3)};
 }
 
-bool walkFinds(const std::vector<Value>& list, const Value& value) {
+bool walkFinds(const ValueVector& list, const Value& value) {
   for (const Value& element : list) {
     if (equal(element, value)) return true;
   }
@@ -76,11 +76,11 @@ bool walkFinds(const std::vector<Value>& list, const Value& value) {
 }
 
 TEST(ElementSet, AnswersAsAWalkThroughTheListDoes) {
-  const std::vector<Value> values = valuesOfAllKinds();
+  const ValueVector values = valuesOfAllKinds();
   // Of every start, so that each value is met before and behind the ones that it equals.
   for (std::size_t start = 0; start < values.size(); ++start) {
     ElementSet set;
-    std::vector<Value> list;
+    ValueVector list;
     for (std::size_t i = 0; i < values.size(); ++i) {
       const Value& value = values[(start + i * 7) % values.size()];
       const bool found = walkFinds(list, value);

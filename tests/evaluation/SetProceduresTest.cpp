@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <vector>
 
 #include "expression/Expressions.h"
 #include "runtime/Comparison.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-using Values = std::vector<Value>;
+using Values = ValueVector;
 
 bool holds(const Values& list, const Value& value) {
   for (const Value& element : list) {

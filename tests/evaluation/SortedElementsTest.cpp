@@ -9,12 +9,13 @@
 #include "expression/Expressions.h"
 #include "runtime/Comparison.h"
 #include "runtime/Date.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 namespace {
 
 // The search as it is written down: where a key belongs among the keys so far.
-std::size_t placeOf(const Value& key, const std::vector<Value>& keys) {
+std::size_t placeOf(const Value& key, const ValueVector& keys) {
   if (keys.empty()) return 0;
   std::ptrdiff_t low = 0;
   std::ptrdiff_t high = static_cast<std::ptrdiff_t>(keys.size()) - 1;
@@ -51,11 +52,11 @@ class SearchedElements {
   [[nodiscard]] Value elements() const { return Array::create(elements_); }
 
  private:
-  std::vector<Value> keys_;
-  std::vector<Value> elements_;
+  ValueVector keys_;
+  ValueVector elements_;
 };
 
-using Keys = std::vector<Value>;
+using Keys = ValueVector;
 
 // What is sorted are numbers from 0 up.
 Ref<SortedElements> sortedNumbers() {

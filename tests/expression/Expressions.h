@@ -24,13 +24,14 @@
 #include "runtime/Number.h"
 #include "runtime/Ref.h"
 #include "runtime/TestValues.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 
 inline Value numberOf(std::int64_t number) { return Number::integer(number); }
 /// Numbers from 0 up.
 inline Value rangeOf(std::int64_t count) {
-  std::vector<Value> elements;
+  ValueVector elements;
   for (std::int64_t i = 0; i < count; ++i) elements.push_back(numberOf(i));
   return Array::create(std::move(elements));
 }

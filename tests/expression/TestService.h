@@ -10,6 +10,7 @@
 #include "expression/Expressions.h"
 #include "runtime/Object.h"
 #include "runtime/Protocol.h"
+#include "runtime/ValueVector.h"
 #include "template/status/ADMFeaturePathSource.h"
 
 namespace commandfilter::testing {
@@ -34,7 +35,7 @@ class TestService final : public Implements<Object, ADMFeaturePathSource> {
   }
   Value valueForFeaturePathComponents_errorInfo(const Array& components,
                                                 RefPtr<String>& errorInfo) override {
-    std::vector<Value> path(components.begin(), components.end());
+    ValueVector path(components.begin(), components.end());
     if (!path.empty() && descriptionOf(path.back()) == "worse") {
       errorInfo = String::create("no such %path");
       return {};

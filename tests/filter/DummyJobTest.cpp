@@ -13,7 +13,7 @@ namespace commandfilter {
 namespace {
 
 Ref<Array> languages(const std::vector<std::string>& names) {
-  std::vector<Value> values;
+  ValueVector values;
   for (const std::string& name : names) values.emplace_back(String::create(name));
   return Array::create(std::move(values));
 }

@@ -269,7 +269,7 @@ Value Notation::value() const {
     case Kind::String:
       return String::create(withoutEscapes(text));
     case Kind::Array: {
-      std::vector<Value> values;
+      ValueVector values;
       values.reserve(elements.size());
       for (const Notation& element : elements) values.push_back(element.value());
       return Array::create(std::move(values));

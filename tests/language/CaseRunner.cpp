@@ -80,7 +80,7 @@ Outcome evaluate(const ADMEvaluationProcessor& processor, const PreparedContext&
                  bool walk) {
   try {
     if (!walk) return {processor.executeWithContext(*prepared.context), std::nullopt};
-    std::vector<Value> values;
+    ValueVector values;
     while (!prepared.iteration->endOfIteration()) {
       values.push_back(processor.executeWithContext(*prepared.context));
       prepared.iteration->iterateNext();

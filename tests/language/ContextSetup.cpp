@@ -66,7 +66,7 @@ Value serviceOf(const Setups& setups, const ContextSetup& setup, const Dictionar
 }
 
 Ref<Array> compiledArguments(const ContextSetup& setup, const Ref<ADMEvaluationContext>& context) {
-  std::vector<Value> items;
+  ValueVector items;
   for (const std::string& expression : setup.arguments) {
     const auto processor = ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
         String::create(expression), context);

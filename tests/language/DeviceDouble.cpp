@@ -8,6 +8,7 @@
 #include "runtime/Description.h"
 #include "runtime/Dictionary.h"
 #include "runtime/Exception.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 
@@ -47,7 +48,7 @@ MethodSignature DeviceDouble::methodSignatureForSelector(const Selector& selecto
 void DeviceDouble::forwardInvocation(Invocation& invocation) {
   const std::string& name = invocation.selector().name();
   if (!facts_.messages.contains(name)) {
-    std::vector<Value> components;
+    ValueVector components;
     for (std::size_t i = kHidden; i < invocation.methodSignature().numberOfArguments(); ++i) {
       components.push_back(invocation.argumentAtIndex(i));
     }

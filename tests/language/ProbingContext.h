@@ -3,7 +3,6 @@
 
 #include <array>
 #include <utility>
-#include <vector>
 
 #include "evaluation/protocol/ADMEvaluationContext.h"
 #include "expression/ADMEvaluationItemBase.h"
@@ -14,6 +13,7 @@
 #include "runtime/Description.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 
@@ -45,7 +45,7 @@ class ProbingContext final : public Base {
     return list;
   }
   Value executeValuesProcedure(const Array* items) {
-    std::vector<Value> values;
+    ValueVector values;
     if (items != nullptr) {
       for (const Value& item : *items) values.push_back(evaluateItem(item, *this));
     }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <vector>
 
 #include "TestValues.h"
 #include "runtime/Comparison.h"
@@ -30,7 +29,7 @@ TEST(Array, KeepsItsElementsInOrder) {
   ASSERT_EQ(array->count(), 3U);
   EXPECT_EQ((*array)[0].number().longValue(), 3);
   EXPECT_EQ(descriptionOf(array->objectAtIndex(1)), "x");
-  std::vector<Value> seen(array->begin(), array->end());
+  ValueVector seen(array->begin(), array->end());
   EXPECT_TRUE(equal(seen[2], Number::integer(3)));
 }
 

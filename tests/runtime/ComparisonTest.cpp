@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <limits>
 #include <string>
-#include <vector>
 
 #include "TestValues.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 namespace {
@@ -27,7 +27,7 @@ constexpr std::size_t kMillion = 1'000'000;
 constexpr std::size_t kHundredThousand = 100'000;
 
 // One value of every kind, no two equal.
-std::vector<Value> oneOfEachKind() {
+ValueVector oneOfEachKind() {
   return {Value(),
           Value::null(),
           Value::boolean(false),
@@ -41,7 +41,7 @@ std::vector<Value> oneOfEachKind() {
 }
 
 TEST(Comparison, TellsEveryKindFromEveryOther) {
-  const std::vector<Value> values = oneOfEachKind();
+  const ValueVector values = oneOfEachKind();
   for (std::size_t i = 0; i < values.size(); ++i) {
     for (std::size_t j = 0; j < values.size(); ++j) {
       EXPECT_EQ(equal(values[i], values[j]), i == j) << i << " and " << j;
@@ -95,7 +95,7 @@ TEST(Comparison, OrdersNumbersStringsAndDates) {
 }
 
 TEST(Comparison, RaisesForEveryOtherPair) {
-  const std::vector<Value> values = oneOfEachKind();
+  const ValueVector values = oneOfEachKind();
   for (const Value& left : values) {
     for (const Value& right : values) {
       const bool ordered = (left.isNumber() && right.isNumber()) ||
@@ -148,7 +148,7 @@ TEST(Comparison, ComparesDictionariesThatHoldTheSamePartAgainAndAgain) {
 
 TEST(Comparison, ForgetsPairsBetweenComparisons) {
   const auto pairs = [](const char* text) {
-    std::vector<Value> elements;
+    ValueVector elements;
     for (std::size_t i = 0; i < kHundredThousand / 10; ++i) {
       elements.emplace_back(arrayOf({stringOf(text)}));
     }

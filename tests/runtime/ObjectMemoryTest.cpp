@@ -8,10 +8,10 @@
 #include <cstring>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "runtime/Object.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 // Memory is given to objects only, so objects of many sizes show how it is handled.
 namespace commandfilter {
@@ -30,20 +30,20 @@ class Filled final : public Object {
 };
 
 template <std::size_t... Sizes>
-void addObjects(std::vector<Value>& objects, int byte, std::index_sequence<Sizes...> /*unused*/) {
+void addObjects(ValueVector& objects, int byte, std::index_sequence<Sizes...> /*unused*/) {
   (objects.emplace_back(make<Filled<Sizes * 8 + 1>>(byte)), ...);
 }
 
-std::vector<Value> objectsOfManySizes(int byte) {
-  std::vector<Value> objects;
+ValueVector objectsOfManySizes(int byte) {
+  ValueVector objects;
   addObjects(objects, byte, std::make_index_sequence<80>());
   return objects;
 }
 
 TEST(ObjectMemory, IsNotSharedByLivingObjects) {
-  std::vector<Value> kept;
+  ValueVector kept;
   for (int round = 0; round < 200; ++round) {
-    std::vector<Value> objects = objectsOfManySizes(round);
+    ValueVector objects = objectsOfManySizes(round);
     // Every third object stays, so that old memory lies between new one.
     for (std::size_t i = 0; i < objects.size(); i += 3) kept.push_back(std::move(objects[i]));
   }
@@ -58,14 +58,14 @@ TEST(ObjectMemory, IsAlignedForEveryType) {
 
 TEST(ObjectMemory, TakesMoreThanItKeeps) {
   for (int round = 0; round < 3; ++round) {
-    std::vector<Value> objects;
+    ValueVector objects;
     for (int i = 0; i < 20'000; ++i) objects.emplace_back(make<Filled<20>>(7));
   }
 }
 
 // A tool that watches memory notices what a thread would leave behind.
 TEST(ObjectMemory, IsGoneWithItsThread) {
-  std::vector<Value> objects;
+  ValueVector objects;
   std::thread([&objects] { objects = objectsOfManySizes(1); }).join();
   std::thread([&objects] { objects.clear(); }).join();
   EXPECT_TRUE(objects.empty());

@@ -17,6 +17,7 @@
 #include "runtime/MethodSignature.h"
 #include "runtime/Selector.h"
 #include "runtime/Send.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 namespace {
@@ -171,7 +172,7 @@ TEST(Object, DestroysWhatIsNestedAMillionDeepOnASmallStack) {
 // Each array goes only when the one around it does, the wide way too.
 TEST(Object, DestroysDeepValuesSideBySide) {
   int destroyed = 0;
-  std::vector<Value> elements;
+  ValueVector elements;
   for (int i = 0; i < 100; ++i) {
     elements.push_back(nestedArrays(1000, make<Farewell>([&destroyed] { ++destroyed; })));
   }

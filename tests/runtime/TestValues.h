@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "runtime/Array.h"
 #include "runtime/Description.h"
@@ -18,6 +17,7 @@
 #include "runtime/Exception.h"
 #include "runtime/String.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -31,7 +31,7 @@ namespace commandfilter::testing {
 inline Value stringOf(std::string_view text) { return String::create(std::string(text)); }
 
 inline Value arrayOf(std::initializer_list<Value> elements) {
-  return Array::create(std::vector<Value>(elements));
+  return Array::create(ValueVector(elements));
 }
 
 inline Value dictionaryOf(std::initializer_list<std::pair<Value, Value>> entries) {
@@ -43,7 +43,7 @@ inline Value dictionaryOf(std::initializer_list<std::pair<Value, Value>> entries
 // An array in an array and so on, `depth` of them, around the value.
 inline Value nestedArrays(std::size_t depth, Value innermost) {
   for (; depth != 0; --depth) {
-    std::vector<Value> elements;
+    ValueVector elements;
     elements.push_back(std::move(innermost));
     innermost = Array::create(std::move(elements));
   }

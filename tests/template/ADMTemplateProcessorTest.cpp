@@ -1,3 +1,4 @@
+#include "runtime/ValueVector.h"
 #include "template/ADMTemplateProcessor.h"
 
 #include <gtest/gtest.h>
@@ -396,15 +397,15 @@ TEST_F(TemplateProcessor, TakesDeepTemplates) {
 
 // Every section, and every part of a description, as a value of every kind.
 TEST_F(TemplateProcessor, TakesWhatIsOfTheWrongType) {
-  const std::vector<Value> odd = {Value::null(),
-                                  Value::boolean(true),
-                                  Number::integer(5),
-                                  Value(Number::real(2.5)),
-                                  text("text"),
-                                  text(""),
-                                  arrayOf({text("1")}),
-                                  dictionaryOf({}),
-                                  dictionaryOf({{text("Value"), Value::null()}})};
+  const ValueVector odd = {Value::null(),
+                           Value::boolean(true),
+                           Number::integer(5),
+                           Value(Number::real(2.5)),
+                           text("text"),
+                           text(""),
+                           arrayOf({text("1")}),
+                           dictionaryOf({}),
+                           dictionaryOf({{text("Value"), Value::null()}})};
   const auto ask = [this](const Value& configuration, const Value& input) {
     const auto processor = processorOf(configuration, input);
     for (const char* key : {"A", "Value", "1"}) {

@@ -107,7 +107,7 @@ class Run {
       case Kind::All:
         return processor_->entireInfo();
       case Kind::ConstantErrors: {
-        std::vector<Value> names;
+        ValueVector names;
         for (const TemplateError& error : processor_->constantErrors())
           names.emplace_back(error.key);
         return Array::create(std::move(names));

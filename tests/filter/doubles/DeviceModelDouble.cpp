@@ -77,7 +77,7 @@ class Interpreter final : public Implements<Object, ADMDeviceIDInterpreter> {
     if (at == std::string::npos) return nullptr;
     std::string_view list = std::string_view(deviceID_).substr(at + kKey.size());
     list = list.substr(0, list.find(';'));
-    std::vector<Value> languages;
+    ValueVector languages;
     while (true) {
       const std::size_t comma = list.find(',');
       languages.emplace_back(String::create(std::string(list.substr(0, comma))));

@@ -1,7 +1,6 @@
 // Answers with the kind of result that its command names.
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "plugins/TestExecutor.h"
 #include "runtime/Array.h"
@@ -32,7 +31,7 @@ class ResultExecutor final : public TestExecutor<ResultExecutor> {
   static Value nested(int depth) {
     Value value = Array::create();
     for (int i = 1; i < depth; ++i) {
-      std::vector<Value> elements;
+      ValueVector elements;
       elements.push_back(std::move(value));
       value = Array::create(std::move(elements));
     }

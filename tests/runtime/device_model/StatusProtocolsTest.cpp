@@ -9,6 +9,7 @@
 #include "TestValues.h"
 #include "runtime/Comparison.h"
 #include "runtime/Send.h"
+#include "runtime/ValueVector.h"
 #include "runtime/device_model/ADMDeviceStatus.h"
 #include "runtime/device_model/ADMSuppliesManagement.h"
 #include "runtime/device_model/ADMSuppliesStatus.h"
@@ -138,7 +139,7 @@ TEST(StatusProtocols, LetAClassAnswerAllTheirMessages) {
       const Selector selector{row.selector};
       EXPECT_TRUE(service->respondsToSelector(selector)) << row.selector;
       if (row.selector == "deviceState") continue;
-      const std::vector<Value> arguments(row.types.size() - 1);
+      const ValueVector arguments(row.types.size() - 1);
       const Value answer = send(service, selector, arguments);
       EXPECT_TRUE(row.types[0] == 'c' ? equal(answer, Value::boolean(false)) : answer.isNil())
           << row.selector;

@@ -1,3 +1,4 @@
+#include "runtime/ValueVector.h"
 #include "template/status/ADMStatusServiceProxy.h"
 
 #include <gmock/gmock.h>
@@ -7,7 +8,6 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "runtime/Exception.h"
 #include "template/status/doubles/ProxyFixture.h"
@@ -223,7 +223,7 @@ TEST_F(StatusServiceProxy, TellsPathsThatComeAgainApart) {
                    [](const ServiceDouble::Arguments& arguments) {
                      return stringOf(descriptionOf(arguments[0]) + descriptionOf(arguments[1]));
                    });
-  std::vector<Value> names;
+  ValueVector names;
   for (int i = 0; i < 10; ++i) names.push_back(stringOf(std::to_string(i)));
   for (int round = 0; round < 3; ++round) {
     for (const Value& feature : names) {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
+#include "runtime/ValueVector.h"
 #include "template/status/doubles/ProxyFixture.h"
 
 namespace commandfilter::testing {
@@ -142,7 +142,7 @@ TEST_F(RecentAnswers, AreNotKnownOfPathsToWhatIsCurrent) {
 TEST_F(RecentAnswers, AreRightForManyQuestions) {
   service_->answer("levelOf:", "@@",
                    [](const ServiceDouble::Arguments& arguments) { return arguments[0]; });
-  std::vector<Value> supplies;
+  ValueVector supplies;
   for (int i = 0; i < 1000; ++i) supplies.push_back(stringOf("supply " + std::to_string(i)));
   for (int round = 0; round < 4; ++round) {
     for (const Value& supply : supplies) EXPECT_TRUE(levelOf(supply).isIdenticalTo(supply));

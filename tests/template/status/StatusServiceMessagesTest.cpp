@@ -11,6 +11,7 @@
 #include "runtime/Comparison.h"
 #include "runtime/Invocation.h"
 #include "runtime/KeyValueLookup.h"
+#include "runtime/ValueVector.h"
 #include "runtime/device_model/ADMDeviceStatus.h"
 #include "runtime/device_model/ADMSuppliesManagement.h"
 #include "runtime/device_model/ADMSuppliesStatus.h"
@@ -189,7 +190,7 @@ TEST_F(StatusServiceMessages, SendsEveryMessageOfTheStatusProtocolsOn) {
     for (const Method& row : group->methods) {
       service_->answer(row.selector, row.types,
                        [](const auto&) -> Value { return Number::integer(std::int8_t{1}); });
-      const std::vector<Value> arguments(row.types.size() - 1);
+      const ValueVector arguments(row.types.size() - 1);
       static_cast<void>(send(proxy_, Selector(row.selector), arguments));
       expected.emplace_back(row.selector);
     }

@@ -1,7 +1,5 @@
 #include "device/NullMarks.h"
 
-#include <vector>
-
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
 #include "runtime/Dictionary.h"
@@ -17,7 +15,7 @@ Value withNullMarks(const Value& value) {
     return mark.build();
   }
   if (const auto* array = castTo<Array>(value)) {
-    std::vector<Value> elements;
+    ValueVector elements;
     elements.reserve(array->count());
     for (const Value& element : *array) elements.push_back(withNullMarks(element));
     return Array::create(std::move(elements));

@@ -47,9 +47,9 @@ Value ask(const Value& service, std::string_view message,
   }
 }
 
-std::vector<Value> elementsOf(const Value& list) {
+ValueVector elementsOf(const Value& list) {
   const auto* array = castTo<Array>(list);
-  return array != nullptr ? std::vector<Value>(array->begin(), array->end()) : std::vector<Value>();
+  return array != nullptr ? ValueVector(array->begin(), array->end()) : ValueVector();
 }
 
 // Sets what is known.
@@ -61,7 +61,7 @@ void setKnown(DictionaryBuilder& builder, std::string_view key, Value value) {
 }
 
 Ref<Dictionary> messages(const Value& service) {
-  const std::vector<Value> identifiers = elementsOf(ask(service, "suppliesIdentifiers"));
+  const ValueVector identifiers = elementsOf(ask(service, "suppliesIdentifiers"));
   DictionaryBuilder answers;
   for (const std::string& message : messagesOfService(service)) {
     if (!message.ends_with(':')) {
@@ -78,7 +78,7 @@ Ref<Dictionary> messages(const Value& service) {
 }
 
 Ref<Dictionary> property(const Value& service, const Value& feature, const Value& name,
-                         const std::vector<Value>& identifiers) {
+                         const ValueVector& identifiers) {
   DictionaryBuilder entry;
   setKnown(entry, "Value", ask(service, "valueForFeature:property:", {feature, name}));
   DictionaryBuilder values;

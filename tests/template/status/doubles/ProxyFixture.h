@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
+#include "runtime/ValueVector.h"
 #include "template/status/ADMStatusServiceProxy.h"
 #include "template/status/doubles/OneServiceCreator.h"
 #include "template/status/doubles/ServiceDouble.h"
@@ -18,7 +18,7 @@
 namespace commandfilter::testing {
 
 inline Ref<Array> pathOf(std::initializer_list<std::string_view> components) {
-  std::vector<Value> strings;
+  ValueVector strings;
   for (const std::string_view component : components) strings.push_back(stringOf(component));
   return Array::create(std::move(strings));
 }

@@ -17,6 +17,7 @@
 #include "runtime/Ref.h"
 #include "runtime/Selector.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 
@@ -25,7 +26,7 @@ namespace commandfilter::testing {
 class ServiceDouble final : public Object {
  public:
   static const Class kClass;
-  using Arguments = std::vector<Value>;
+  using Arguments = ValueVector;
   using Answer = std::function<Value(const Arguments& arguments)>;
 
   [[nodiscard]] static Ref<ServiceDouble> create() { return make<ServiceDouble>(); }
