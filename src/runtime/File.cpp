@@ -23,17 +23,15 @@ struct CloseFolder {
 
 std::string describeError(const std::string& what) { return what + ": " + std::strerror(errno); }
 
-}  // namespace
-
-Result<std::string> readToEnd(int descriptor, std::size_t limit) {
+// `fileSize` is that of a regular file; 0 when it is not known, as for files of the kernel.
+Result<std::string> readToEnd(int descriptor, std::size_t limit, off_t fileSize) {
   constexpr std::size_t kFirstRoom = 4096;
   std::string bytes;
   std::size_t used = 0;
-  struct stat status {};
-  if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+  if (fileSize > 0) {
     // One byte more, so that the read that finds the end needs no growth. A file that is too long
     // shows it with its first bytes: the descriptor may stand near its end.
-    const auto size = static_cast<std::size_t>(status.st_size);
+    const auto size = static_cast<std::size_t>(fileSize);
     bytes.resize(size <= limit ? size + 1 : kFirstRoom);
   }
   while (true) {
@@ -43,12 +41,21 @@ Result<std::string> readToEnd(int descriptor, std::size_t limit) {
       if (errno == EINTR) continue;
       return Failure{describeError("cannot be read")};
     }
-    if (received == 0) break;
     used += static_cast<std::size_t>(received);
     if (used > limit) return Failure{"longer than " + std::to_string(limit) + " bytes"};
+    // What is all of a file needs no read that finds its end.
+    if (received == 0 || static_cast<off_t>(used) == fileSize) break;
   }
   bytes.resize(used);
   return bytes;
+}
+
+}  // namespace
+
+Result<std::string> readToEnd(int descriptor, std::size_t limit) {
+  struct stat status {};
+  const bool isKnown = fstat(descriptor, &status) == 0;
+  return readToEnd(descriptor, limit, isKnown && S_ISREG(status.st_mode) ? status.st_size : 0);
 }
 
 Result<std::string> readRegularFile(const std::string& path, std::size_t limit) {
@@ -58,7 +65,7 @@ Result<std::string> readRegularFile(const std::string& path, std::size_t limit) 
   struct stat status {};
   if (fstat(file.get(), &status) != 0) return Failure{describeError("cannot be examined")};
   if (!S_ISREG(status.st_mode)) return Failure{"is not a regular file"};
-  return readToEnd(file.get(), limit);
+  return readToEnd(file.get(), limit, status.st_size);
 }
 
 bool isRegularFile(const std::string& path) noexcept {
