@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +12,15 @@
 
 namespace commandfilter {
 
+struct SimulatedStatusService::FeatureMessage {
+  std::string_view selector;
+  std::string_view types;
+  Value (*answer)(const FeatureTable& features, const Invocation& invocation);
+};
+
 namespace {
+
+using FeatureMessage = SimulatedStatusService::FeatureMessage;
 
 // The result and the arguments of a described message are objects.
 constexpr auto kObjects = [] {
@@ -21,12 +30,6 @@ constexpr auto kObjects = [] {
 }();
 // The receiver and the selector come before a message's own arguments.
 constexpr std::size_t kHidden = 2;
-
-struct FeatureMessage {
-  std::string_view selector;
-  std::string_view types;
-  Value (*answer)(const FeatureTable& features, const Invocation& invocation);
-};
 
 const Value& argument(const Invocation& invocation, std::size_t index) {
   return invocation.argumentAtIndex(index + kHidden);
@@ -107,34 +110,49 @@ bool SimulatedStatusService::conformsToProtocol(const Protocol& protocol) const 
          Object::conformsToProtocol(protocol);
 }
 
+const SimulatedStatusService::Answer& SimulatedStatusService::answerTo(
+    const Selector& selector) const {
+  const std::string& name = selector.name();
+  // Names lie at multiples of 16, so the lowest bits tell nothing.
+  const auto bits = reinterpret_cast<std::uintptr_t>(&name);
+  Answer& answer = answers_[(bits >> 4U ^ bits >> 9U) % answers_.size()];
+  if (answer.message == &name) return answer;
+  answer = {&name};
+  if (messages_) {
+    const Value& described = messages_->objectForKey(name);
+    if (!described.isNil()) answer.described = &described;
+  }
+  if (answer.described == nullptr && features_) answer.feature = featureMessage(selector);
+  return answer;
+}
+
 MethodSignature SimulatedStatusService::methodSignatureForSelector(const Selector& selector) const {
   if (const MethodSignature own = Object::methodSignatureForSelector(selector)) return own;
-  if (messages_ && !messages_->objectForKey(selector.name()).isNil()) {
+  const Answer& answer = answerTo(selector);
+  if (answer.described != nullptr) {
     return MethodSignature(std::string_view(kObjects.data(), selector.argumentCount() + 1));
   }
-  const FeatureMessage* feature = features_ ? featureMessage(selector) : nullptr;
-  return feature != nullptr ? MethodSignature(feature->types) : MethodSignature();
+  return answer.feature != nullptr ? MethodSignature(answer.feature->types) : MethodSignature();
 }
 
 void SimulatedStatusService::forwardInvocation(Invocation& invocation) {
-  const std::string& name = invocation.selector().name();
-  const Value& described = messages_ ? messages_->objectForKey(name) : Value();
-  if (!described.isNil()) {
-    if (invocation.selector().argumentCount() != 1) {
-      invocation.setReturnValue(described);
-      return;
-    }
-    const std::string text = descriptionOf(argument(invocation, 0));
-    const auto* answers = castTo<Dictionary>(described);
-    invocation.setReturnValue(answers != nullptr ? answers->objectForKey(text) : Value());
+  const Answer& answer = answerTo(invocation.selector());
+  if (answer.feature != nullptr) {
+    invocation.setReturnValue(answer.feature->answer(*features_, invocation));
     return;
   }
-  const FeatureMessage* feature = features_ ? featureMessage(invocation.selector()) : nullptr;
-  if (feature == nullptr) {
+  if (answer.described == nullptr) {
     Object::forwardInvocation(invocation);
     return;
   }
-  invocation.setReturnValue(feature->answer(*features_, invocation));
+  const Value& described = *answer.described;
+  if (invocation.selector().argumentCount() != 1) {
+    invocation.setReturnValue(described);
+    return;
+  }
+  const std::string text = descriptionOf(argument(invocation, 0));
+  const auto* answers = castTo<Dictionary>(described);
+  invocation.setReturnValue(answers != nullptr ? answers->objectForKey(text) : Value());
 }
 
 }  // namespace commandfilter

@@ -1,8 +1,10 @@
 // A status service that answers from a device description.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "device_model/FeatureTable.h"
@@ -23,6 +25,8 @@ class SimulatedStatusService final : public Object {
   static const Class kClass;
   /// How many arguments a described message may have.
   static constexpr std::size_t kMostArguments = 32;
+  /// A message about a feature. Its own affair.
+  struct FeatureMessage;
 
   /// A service of a checked description. It claims to conform to the protocol, nullptr for none,
   /// though a C++ call through its interface is not possible.
@@ -44,9 +48,20 @@ class SimulatedStatusService final : public Object {
       : messages_(std::move(messages)), features_(std::move(features)), protocol_(protocol) {}
   ~SimulatedStatusService() override = default;
 
+  /// How it answers a message: with what is described, or about a feature, or not at all.
+  struct Answer {
+    const std::string* message = nullptr;
+    const Value* described = nullptr;
+    const FeatureMessage* feature = nullptr;
+  };
+  [[nodiscard]] const Answer& answerTo(const Selector& selector) const;
+
   RefPtr<Dictionary> messages_;
   std::optional<FeatureTable> features_;
   const Protocol* protocol_;
+  /// Some of the answers, which never change: whoever sends a message asks first whether there is
+  /// one. Another message may take over a place.
+  mutable std::array<Answer, 16> answers_;
 };
 
 }  // namespace commandfilter

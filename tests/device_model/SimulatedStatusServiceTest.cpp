@@ -56,6 +56,25 @@ TEST(SimulatedStatusService, AnswersWhatIsDescribed) {
   EXPECT_TRUE(equal(ask(service, "a:b:", {Value(), stringOf("x")}), stringOf("both")));
 }
 
+TEST(SimulatedStatusService, AnswersManyMessagesByTurns) {
+  constexpr int kMessageCount = 100;
+  std::string messages;
+  for (int i = 0; i < kMessageCount; ++i) {
+    const std::string number = std::to_string(i);
+    messages += "<key>message" + number + "</key><integer>" + number + "</integer>";
+  }
+  const Value service = serviceOf("<key>Messages</key><dict>" + messages + "</dict>" + kFeatures);
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < kMessageCount; ++i) {
+      const std::string name = "message" + std::to_string(i);
+      EXPECT_TRUE(respondsToSelector(service, Selector(name)));
+      EXPECT_TRUE(equal(ask(service, name), Number::integer(i)));
+      EXPECT_TRUE(equal(ask(service, "valueForFeature:", {stringOf("ink")}), stringOf("some")));
+      EXPECT_FALSE(respondsToSelector(service, Selector("no" + name)));
+    }
+  }
+}
+
 TEST(SimulatedStatusService, LooksTheArgumentsTextUp) {
   const Value service = serviceOf(kMessages);
   EXPECT_TRUE(equal(ask(service, "level:", {Number::integer(12)}), Number::integer(9)));
