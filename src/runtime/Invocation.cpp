@@ -1,5 +1,8 @@
 #include "runtime/Invocation.h"
 
+#include <algorithm>
+#include <string>
+
 #include "runtime/Exception.h"
 #include "runtime/Send.h"
 
@@ -20,6 +23,20 @@ Invocation::Invocation(MethodSignature signature, Value target, Selector selecto
     : signature_(signature), target_(std::move(target)), selector_(selector) {
   const std::size_t count = argumentCountOf(signature);
   if (count > fewArguments_.size()) manyArguments_.resize(count);
+}
+
+Invocation::Invocation(MethodSignature signature, Value target, Selector selector,
+                       std::span<const Value> arguments)
+    : signature_(signature), target_(std::move(target)), selector_(selector) {
+  if (argumentCountOf(signature) != arguments.size()) {
+    throw Exception(selector.name() + " was sent with " + std::to_string(arguments.size()) +
+                    " arguments");
+  }
+  if (arguments.size() > fewArguments_.size()) {
+    manyArguments_.assign(arguments.begin(), arguments.end());
+  } else {
+    std::ranges::copy(arguments, fewArguments_.begin());
+  }
 }
 
 std::span<const Value> Invocation::arguments() const noexcept {

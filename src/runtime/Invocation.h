@@ -5,12 +5,12 @@
 #include <cstddef>
 #include <span>
 #include <utility>
-#include <vector>
 
 #include "runtime/Export.h"
 #include "runtime/MethodSignature.h"
 #include "runtime/Selector.h"
 #include "runtime/Value.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -20,6 +20,10 @@ class COMMANDFILTER_EXPORT Invocation {
   /// All arguments are nil until set.
   /// @throws Exception for the empty signature.
   Invocation(MethodSignature signature, Value target, Selector selector);
+  /// With the arguments after the hidden ones.
+  /// @throws Exception when there are more or fewer than the signature has.
+  Invocation(MethodSignature signature, Value target, Selector selector,
+             std::span<const Value> arguments);
 
   [[nodiscard]] const MethodSignature& methodSignature() const noexcept { return signature_; }
   [[nodiscard]] const Value& target() const noexcept { return target_; }
@@ -51,7 +55,7 @@ class COMMANDFILTER_EXPORT Invocation {
   Selector selector_;
   /// Nearly every message has few arguments. Of more, all stand in the other place.
   std::array<Value, 4> fewArguments_;
-  std::vector<Value> manyArguments_;
+  ValueVector manyArguments_;
   Value returnValue_;
 };
 

@@ -1,12 +1,12 @@
 #include "runtime/Send.h"
 
 #include <string>
-#include <vector>
 
 #include "runtime/Class.h"
 #include "runtime/Exception.h"
 #include "runtime/Invocation.h"
 #include "runtime/StackGuard.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 
@@ -38,16 +38,9 @@ MethodSignature signatureOf(const Value& receiver, const Selector& selector) {
 // Hands over the message, for which the class has no method.
 Value forward(const Value& receiver, const Selector& selector, const MethodSignature& signature,
               std::span<const Value> arguments) {
-  if (signature.numberOfArguments() != arguments.size() + kHidden) {
-    throw Exception(selector.name() + " was sent with " + std::to_string(arguments.size()) +
-                    " arguments");
-  }
   // Objects that forward to each other would do so until the stack is used up.
   StackGuard::check();
-  Invocation invocation(signature, receiver, selector);
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    invocation.setArgumentAtIndex(arguments[i], i + kHidden);
-  }
+  Invocation invocation(signature, receiver, selector, arguments);
   receiver.object()->forwardInvocation(invocation);
   return invocation.returnValue();
 }
@@ -76,7 +69,7 @@ Value performSelector(const Value& receiver, const Selector& selector, const Val
   const std::size_t count = signature.numberOfArguments() - kHidden;
   if (count == 0) return run({});
   if (count == 1) return run(std::span(&object, 1));
-  std::vector<Value> arguments(count);
+  ValueVector arguments(count);
   arguments.front() = object;
   return run(arguments);
 }

@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "TestObjects.h"
 #include "TestValues.h"
 #include "runtime/Comparison.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 namespace {
@@ -129,6 +131,22 @@ TEST(Invocation, KeepsItsTargetAndArgumentsAlive) {
   }
   EXPECT_EQ(target.object()->referenceCount(), 1U);
   EXPECT_EQ(argument.object()->referenceCount(), 1U);
+}
+
+TEST(Invocation, TakesAllItsArgumentsAtOnce) {
+  for (std::size_t count = 0; count <= 6; ++count) {
+    const std::string types(count + 1, '@');
+    const MethodSignature signature(types);
+    ValueVector arguments;
+    for (std::size_t i = 0; i < count; ++i) arguments.push_back(Number::integer(i));
+    const Invocation invocation(signature, Value(), Selector("any"), arguments);
+    for (std::size_t i = 0; i < count; ++i) {
+      EXPECT_EQ(invocation.argumentAtIndex(i + 2).number().longValue(), static_cast<int>(i));
+    }
+    arguments.emplace_back();
+    EXPECT_EQ(reasonOf([&] { Invocation(signature, Value(), Selector("any"), arguments); }),
+              "any was sent with " + std::to_string(count + 1) + " arguments");
+  }
 }
 
 }  // namespace
