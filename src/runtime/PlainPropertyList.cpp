@@ -46,24 +46,48 @@ bool isBlank(char c) noexcept { return characterOf(c) == Character::Blank || c =
 using Word = std::uint64_t;
 
 constexpr Word inEachByte(unsigned char c) { return Word{0x0101010101010101U} * c; }
-// The high bit of each byte that is below a limit of at most 0x80, and perhaps of bytes that are
-// higher in the word than such a one.
-constexpr Word below(Word word, unsigned char limit) {
-  return (word - inEachByte(limit)) & ~word & inEachByte(0x80);
-}
-
 // How many of the next eight characters come before one that is not plain, or is a blank other than
 // the space.
 std::size_t countPlain(const char* text) noexcept {
   Word word = 0;
   std::memcpy(&word, text, sizeof word);
-  // These two differ in one bit.
+  // The difference of a byte has the high bit when the byte is smaller, or is none of ASCII, and
+  // perhaps behind such a byte: the first one counts. These two characters differ in one bit.
   constexpr unsigned char kDifference = '<' ^ '>';
-  const Word others = (word & inEachByte(0x80)) | below(word, ' ') |
-                      below(word ^ inEachByte('&'), 1) |
-                      below((word | inEachByte(kDifference)) ^ inEachByte('>'), 1);
-  return static_cast<std::size_t>(std::countr_zero(others)) / 8;
+  const Word isOther = word | (word - inEachByte(' ')) |
+                       ((word ^ inEachByte('&')) - inEachByte(1)) |
+                       (((word | inEachByte(kDifference)) ^ inEachByte('>')) - inEachByte(1));
+  return static_cast<std::size_t>(std::countr_zero(isOther & inEachByte(0x80))) / 8;
 }
+
+// Blanks between two elements, and the "<" behind them, as the word that they begin.
+class Gap {
+ public:
+  Gap() = default;
+  // Of at most kLongest blanks at `text`.
+  Gap(const char* text, std::size_t blanks) noexcept
+      : size_(blanks), mask_(~Word{0} >> (kLongest - blanks) * 8), word_(wordAt(text) & mask_) {}
+
+  static constexpr std::size_t kLongest = sizeof(Word) - 1;
+
+  [[nodiscard]] std::size_t size() const noexcept { return size_; }
+  // Whether this gap stands here, and behind it no comment.
+  [[nodiscard]] bool isAt(const char* text) const noexcept {
+    return ((wordAt(text) ^ word_) & mask_) == 0 && text[size_ + 1] != '!';
+  }
+
+ private:
+  static Word wordAt(const char* text) noexcept {
+    Word word = 0;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+  }
+
+  std::size_t size_ = 0;
+  // No text begins with a NUL.
+  Word mask_ = 0xFF;
+  Word word_ = 0;
+};
 
 struct Entity {
   std::string_view reference;
@@ -87,7 +111,7 @@ class Reader {
   std::optional<Value> read() {
     if (!readHead()) return std::nullopt;
     do {
-      skipBlanks();
+      skipGap();
       if (builder_.isFull() || !(builder_.wantsKey() ? readKey() : readValue())) {
         return std::nullopt;
       }
@@ -106,9 +130,35 @@ class Reader {
     at_ += text.size();
     return true;
   }
+  [[nodiscard]] bool hasWord() const noexcept {
+    return static_cast<std::size_t>(end_ - at_) >= sizeof(Word);
+  }
+  [[nodiscard]] bool hasMoreThanWord() const noexcept {
+    return static_cast<std::size_t>(end_ - at_) > sizeof(Word);
+  }
   template <typename Accepts>
   void skipWhile(Accepts&& accepts) {
     while (at_ != end_ && accepts(*at_)) ++at_;
+  }
+  // The same, where an element is to come. Lines have mostly the indentation of one of the last
+  // two: that of the collection, or that of the one around it.
+  void skipGap() {
+    if constexpr (std::endian::native == std::endian::little) {
+      if (hasMoreThanWord()) {
+        for (const Gap& gap : gaps_) {
+          if (!gap.isAt(at_)) continue;
+          at_ += gap.size();
+          return;
+        }
+        const char* begin = at_;
+        skipWhile(isBlank);
+        const auto blanks = static_cast<std::size_t>(at_ - begin);
+        if (blanks <= Gap::kLongest && at_ != end_ && *at_ == '<') {
+          gaps_[0] = std::exchange(gaps_[1], Gap(begin, blanks));
+        }
+      }
+    }
+    skipBlanks();
   }
   // Blanks and comments; a comment with something to object to stays.
   void skipBlanks() {
@@ -131,7 +181,7 @@ class Reader {
   // Apart from those who want a text, so that each of them compares with the tag that it knows.
   [[gnu::noinline]] void skipText() {
     if constexpr (std::endian::native == std::endian::little) {
-      while (static_cast<std::size_t>(end_ - at_) >= sizeof(Word)) {
+      while (hasWord()) {
         const std::size_t count = countPlain(at_);
         at_ += count;
         if (count == sizeof(Word)) continue;
@@ -268,6 +318,7 @@ class Reader {
 
   const char* at_;
   const char* end_;
+  std::array<Gap, 2> gaps_;
   PropertyListBuilder builder_;
   std::string text_;
 };

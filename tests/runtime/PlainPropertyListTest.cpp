@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -188,6 +189,29 @@ TEST(PlainPropertyList, HasEachElementInItsPlace) {
         static_cast<void>(readBothWays(list(content)));
         static_cast<void>(readBothWays(list("<array>" + content + "</array>")));
         static_cast<void>(readBothWays(list("<dict>" + content + "</dict>")));
+      }
+    }
+  }
+}
+
+// Indentations repeat, so a gap is compared with those before it.
+TEST(PlainPropertyList, HasAnyBlanksBetweenItsElements) {
+  const std::vector<std::string> gaps{"",          " ",           "\n",       "\n\t",
+                                      "\n  ",      "\r\n",        "\n      ", "\n\t\t\t\t\t\t",
+                                      "\n       ", "\n          "};
+  for (const std::string& outer : gaps) {
+    for (const std::string& inner : gaps) {
+      const std::string start = "<plist>" + outer + "<array>" + inner + "<true/>" + inner;
+      const std::string end = inner + "<false/>" + outer + "</array>" + outer + "</plist>" + outer;
+      for (const std::string_view between :
+           {"<string>a</string>", "<!-- <true/> -->", "<!--", "<!", "x", "<", "</array>"}) {
+        static_cast<void>(readBothWays(start + std::string(between) + end));
+      }
+      EXPECT_TRUE(readBothWays(start + inner + "<true/>" + outer + "<!-- a -->" + end));
+      EXPECT_FALSE(readBothWays(start + std::string(1, '\0') + inner + "<true/>" + end));
+      EXPECT_FALSE(readBothWays(start + "\v" + inner + "<true/>" + end));
+      for (std::size_t size = 0; size < start.size(); ++size) {
+        EXPECT_FALSE(readBothWays(start.substr(0, size)));
       }
     }
   }
