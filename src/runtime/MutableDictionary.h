@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "runtime/Class.h"
-#include "runtime/Dictionary.h"
+#include "runtime/DictionaryEntries.h"
 #include "runtime/Export.h"
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
@@ -34,12 +34,16 @@ class COMMANDFILTER_EXPORT MutableDictionary final : public Object {
   /// How often a value was replaced or all were removed. What was found here is still found as long
   /// as the number is the same.
   [[nodiscard]] std::uint64_t losses() const noexcept { return losses_; }
+  /// Makes room for so many entries.
+  void reserve(std::size_t count) { entries_.reserve(count); }
   /// Neither may be nil.
   void setObject_forKey(Value object, Value key) {
     const std::size_t before = count();
     entries_.set(std::move(key), std::move(object));
     if (count() == before) ++losses_;
   }
+  /// The same for a key that is not there yet: nothing has to be looked for.
+  void addObject_forKey(Value object, const Value& key) { entries_.add(key, std::move(object)); }
   void removeAllObjects() noexcept {
     entries_.clear();
     ++losses_;
@@ -52,7 +56,7 @@ class COMMANDFILTER_EXPORT MutableDictionary final : public Object {
   MutableDictionary() = default;
   ~MutableDictionary() override = default;
 
-  DictionaryBuilder entries_;
+  DictionaryEntries entries_;
   std::uint64_t losses_ = 0;
 };
 

@@ -4,7 +4,6 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,6 +13,7 @@
 #include "runtime/Object.h"
 #include "runtime/Ref.h"
 #include "runtime/TextBuffer.h"
+#include "runtime/TextHash.h"
 
 namespace commandfilter {
 
@@ -39,7 +39,7 @@ class COMMANDFILTER_EXPORT String final : public Object {
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   [[nodiscard]] bool isEqual(const Value& other) const override;
   [[nodiscard]] std::size_t hash() const override {
-    if (hash_ == 0) hash_ = std::hash<std::string_view>{}(view());
+    if (hash_ == 0) hash_ = hashOfText(view());
     return hash_;
   }
   /// The hash if it has been asked for already, otherwise 0.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -12,8 +13,10 @@
 #include "TestValues.h"
 #include "runtime/Comparison.h"
 #include "runtime/Date.h"
+#include "runtime/Exception.h"
 #include "runtime/Selector.h"
 #include "runtime/Send.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 namespace {
@@ -49,11 +52,10 @@ TEST(Dictionary, IsEmptyWhenItIsCreated) {
 }
 
 TEST(Dictionary, FindsValuesByKeysOfEveryKind) {
-  const std::vector<Value> keys{
-      stringOf("text"),         Value::null(),
-      Number::real(0.5),        Value::boolean(true),
-      arrayOf({stringOf("a")}), dictionaryOf({{stringOf("a"), stringOf("b")}}),
-      Date::create(5)};
+  const ValueVector keys{stringOf("text"),         Value::null(),
+                         Number::real(0.5),        Value::boolean(true),
+                         arrayOf({stringOf("a")}), dictionaryOf({{stringOf("a"), stringOf("b")}}),
+                         Date::create(5)};
   DictionaryBuilder builder;
   for (std::size_t i = 0; i < keys.size(); ++i) builder.set(keys[i], Number::integer(i));
   const Ref<Dictionary> dictionary = builder.build();
@@ -236,6 +238,76 @@ TEST(Dictionary, AnswersMessages) {
     EXPECT_TRUE(send(dictionary, selector, {stringOf("b")}).isNil());
     EXPECT_TRUE(send(dictionary, selector, {Value()}).isNil());
   }
+}
+
+// A word equals a text of the same letters, which knows nothing of words.
+class Word final : public Object {
+ public:
+  explicit Word(std::string_view letters) : letters_(String::create(letters)) {}
+
+  [[nodiscard]] bool isEqual(const Value& other) const override { return letters_->isEqual(other); }
+  [[nodiscard]] std::size_t hash() const override {
+    if (letters_->isEmpty()) throw Exception("no letters");
+    return letters_->hash();
+  }
+
+ private:
+  Ref<String> letters_;
+};
+
+// Few entries and many, by texts that fit inside their string and by longer ones.
+constexpr std::array<std::size_t, 4> kSizes{0, 3, 8, 40};
+constexpr std::array<std::string_view, 2> kTexts{"short", "a text that is longer than most keys"};
+
+TEST(Dictionary, FindsTheObjectThatEqualsAText) {
+  for (const std::size_t size : kSizes) {
+    for (const std::string_view text : kTexts) {
+      DictionaryBuilder builder(*numbered(size));
+      builder.set(make<Word>(text), Value::boolean(true));
+      builder.set(make<Word>("other"), Value::boolean(false));
+      EXPECT_TRUE(builder.objectForKey(stringOf(text)).isBoolean()) << size;
+      EXPECT_TRUE(builder.objectForKey(stringOf("key")).isNil()) << size;
+      // The entry is the word's.
+      builder.set(text, Number::integer(7));
+      EXPECT_EQ(builder.count(), size + 2);
+      EXPECT_EQ(builder.objectForKey(stringOf(text)).number().intValue(), 7) << size;
+    }
+  }
+}
+
+TEST(Dictionary, StaysAsItIsWhenAKeyHasNoHash) {
+  for (const std::size_t size : {std::size_t{9}, std::size_t{16}, std::size_t{40}}) {
+    DictionaryBuilder builder(*numbered(size));
+    EXPECT_THROW(builder.set(make<Word>(""), Value::boolean(true)), Exception);
+    EXPECT_EQ(builder.count(), size);
+    builder.set("next", Value::boolean(true));
+    const Ref<Dictionary> dictionary = builder.build();
+    EXPECT_TRUE(dictionary->objectForKey("next").isBoolean());
+    EXPECT_EQ(dictionary->objectForKey("key8").number().intValue(), 8);
+  }
+}
+
+TEST(Dictionary, IsMadeOfKeysAndValuesByTurns) {
+  for (const std::size_t size : {std::size_t{1}, std::size_t{8}, std::size_t{9}, std::size_t{40}}) {
+    ValueVector all;
+    for (std::size_t i = 0; i < size; ++i) {
+      all.emplace_back(i % 3 == 0 ? Value(Number::integer(i)) : stringOf("k" + std::to_string(i)));
+      all.emplace_back(Number::integer(i));
+    }
+    // The first key again.
+    all.emplace_back(Number::real(0.0));
+    all.emplace_back(stringOf("last"));
+    const Ref<Dictionary> dictionary = Dictionary::ofKeysAndValues(all);
+    EXPECT_EQ(dictionary->count(), size);
+    EXPECT_EQ(descriptionOf(dictionary->objectForKey(Number::integer(0))), "last");
+    EXPECT_EQ(dictionary->begin()->key.number().intValue(), 0);
+    for (std::size_t i = 1; i < size; ++i) {
+      const Value key = i % 3 == 0 ? Value(Number::integer(i)) : stringOf("k" + std::to_string(i));
+      EXPECT_EQ(dictionary->objectForKey(key).number().longValue(), static_cast<int>(i));
+    }
+    EXPECT_TRUE(all[1].isNil());
+  }
+  EXPECT_EQ(Dictionary::ofKeysAndValues({})->count(), 0U);
 }
 
 }  // namespace
