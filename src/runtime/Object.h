@@ -79,7 +79,7 @@ class COMMANDFILTER_EXPORT Object {
 
   [[nodiscard]] ObjectKind objectKind() const noexcept { return kind_; }
 
-  /// The number of references, for tests and for extending a text in place.
+  /// The number of references, which tells whether nobody else holds the object.
   [[nodiscard]] std::uint32_t referenceCount() const noexcept { return state_.alive.count; }
 
   /// Memory for an object; see ObjectMemory.

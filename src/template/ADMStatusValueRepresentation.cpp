@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "evaluation/ADMArrayEvaluationContext.h"
 #include "evaluation/ADMSingleValueEvaluationContext.h"
@@ -128,7 +127,9 @@ ADMStatusValueRepresentation::Description::Description(const Dictionary& info) {
     const auto* key = castTo<String>(entry.key);
     if (key == nullptr) continue;
     for (const Part& part : kParts) {
-      if (sameText(key->view(), part.key)) this->*part.value = entry.value;
+      if (!sameText(key->view(), part.key)) continue;
+      this->*part.value = entry.value;
+      break;
     }
   }
 }
@@ -140,8 +141,7 @@ ADMStatusValueRepresentation::ADMStatusValueRepresentation(Description descripti
       valueInfo_(std::move(description.value)),
       filterExpression_(std::move(description.filter)),
       rangeExpression_(std::move(description.range)),
-      doNotReturnEmptyArray_(description.forbidsEmptyArray()),
-      evaluationProcessorsCache_(MutableDictionary::create()) {}
+      doNotReturnEmptyArray_(description.forbidsEmptyArray()) {}
 
 RefPtr<ADMStatusValueRepresentation>
 ADMStatusValueRepresentation::initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
@@ -166,7 +166,7 @@ Value ADMStatusValueRepresentation::representationData() {
 Value ADMStatusValueRepresentation::calculateList(ADMArrayIteration& iteration) {
   const Value range = calculateValue(rangeExpression_);
   if (range.isNil()) return {};
-  std::vector<Value> values;
+  ValueVector values;
   // Most lists are short and complete; a filter may leave little of a long one.
   constexpr std::size_t kShort = 16;
   const auto* elements = castTo<Array>(range);
@@ -214,13 +214,19 @@ RefPtr<ADMEvaluationProcessor> ADMStatusValueRepresentation::processorForExpress
 ADMEvaluationProcessor* ADMStatusValueRepresentation::findCompiled(const String& expression) {
   if (expression.isEmpty()) return nullptr;
   const Value key = Value::sharing(&expression);
-  if (auto* known = evaluationProcessorsCache_->objectForKey(key).object()) {
+  if (auto* known = evaluationProcessorsCache_.objectForKey(key).object()) {
     return static_cast<ADMEvaluationProcessor*>(known);
   }
+  const std::size_t before = evaluationProcessorsCache_.count();
   const Ref<ADMEvaluationProcessor> made =
       ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
           Ref<String>(*castTo<String>(key)), context_);
-  evaluationProcessorsCache_->setObject_forKey(made, key);
+  // A plug-in's context that is told of an error may have the same compiled meanwhile.
+  if (evaluationProcessorsCache_.count() == before) {
+    evaluationProcessorsCache_.add(key, made);
+  } else {
+    evaluationProcessorsCache_.set(Value(key), made);
+  }
   placeOf(expression) = {&expression, made.get()};
   return made.get();
 }

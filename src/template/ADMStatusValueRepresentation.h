@@ -9,8 +9,8 @@
 #include "expression/ADMEvaluationProcessor.h"
 #include "runtime/Class.h"
 #include "runtime/Dictionary.h"
+#include "runtime/DictionaryEntries.h"
 #include "runtime/Export.h"
-#include "runtime/MutableDictionary.h"
 #include "runtime/Object.h"
 #include "runtime/Protocol.h"
 #include "runtime/Ref.h"
@@ -94,7 +94,7 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   Value rangeExpression_;
   bool doNotReturnEmptyArray_ = false;
   /// The compiled expressions by their texts.
-  Ref<MutableDictionary> evaluationProcessorsCache_;
+  DictionaryEntries evaluationProcessorsCache_;
   /// Some of them by the identity of the text that is their key: a value asks with the same few.
   std::array<Compiled, 8> known_;
 };

@@ -125,7 +125,7 @@ KeyedRepresentation* ADMTemplateProcessor::newRepresentation(const Value& key,
     if (KeyedRepresentation* known = knownRepresentation(key)) return known;
   }
   const Ref<KeyedRepresentation> keyed = make<KeyedRepresentation>(std::move(representation));
-  valueRepresentations_->setObject_forKey(keyed, key);
+  valueRepresentations_->addObject_forKey(keyed, key);
   return keyed.get();
 }
 
@@ -195,6 +195,7 @@ RefPtr<Dictionary> ADMTemplateProcessor::entireInfo() {
   if (!valuesTemplate_) return nullptr;
   DictionaryBuilder values;
   values.reserve(valuesTemplate_->count());
+  valueRepresentations_->reserve(valuesTemplate_->count());
   inOrder_.resize(valuesTemplate_->count());
   auto known = inOrder_.begin();
   for (const DictionaryEntry& entry : *valuesTemplate_) {

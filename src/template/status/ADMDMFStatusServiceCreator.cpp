@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "runtime/Cast.h"
 #include "runtime/ClassRegistry.h"
@@ -112,22 +113,30 @@ RefPtr<MutableDictionary> ADMDMFStatusServiceCreator::userInfoForServiceName(con
   return userInfo;
 }
 
-std::shared_ptr<RecentQuestions> ADMDMFStatusServiceCreator::recentQuestionsForServiceName(
+RefPtr<RecentQuestions> ADMDMFStatusServiceCreator::recentQuestionsForServiceName(
     const String& name) {
   // Names may be computed, so there is no end of them; these are more than a template needs.
   constexpr std::size_t kMostNames = 64;
-  const auto known = recentQuestions_.find(name.view());
-  if (known != recentQuestions_.end()) return known->second;
-  if (recentQuestions_.size() == kMostNames) return nullptr;
-  return recentQuestions_.emplace(name.text(), std::make_shared<RecentQuestions>()).first->second;
+  const Value key = Value::sharing(&name);
+  if (Object* known = recentQuestions_.objectForKey(key).object()) {
+    // Nothing else is put there.
+    return RefPtr<RecentQuestions>(static_cast<RecentQuestions*>(known));
+  }
+  if (recentQuestions_.count() == kMostNames) return nullptr;
+  const Ref<RecentQuestions> made = make<RecentQuestions>();
+  recentQuestions_.add(key, made);
+  return made;
 }
 
 void ADMDMFStatusServiceCreator::reinitializeServices() {
-  std::erase_if(recentQuestions_, [](const auto& entry) {
-    const bool isUsed = entry.second.use_count() > 1;
-    if (isUsed) entry.second->forgetService();
-    return !isUsed;
-  });
+  // A service that goes may ask for something in its turn.
+  const DictionaryEntries before = std::exchange(recentQuestions_, DictionaryEntries());
+  for (const DictionaryEntry& entry : before) {
+    auto& questions = static_cast<RecentQuestions&>(*entry.value.object());
+    if (questions.referenceCount() == 1) continue;
+    questions.forgetService();
+    recentQuestions_.set(Value(entry.key), Value(entry.value));
+  }
   if (statusServices_) statusServices_->removeAllObjects();
   if (!userInfos_) return;
   // Proxies may still hold a store; it must not keep what was answered.

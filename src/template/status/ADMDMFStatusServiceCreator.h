@@ -2,12 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
 
 #include "runtime/Class.h"
+#include "runtime/DictionaryEntries.h"
 #include "runtime/Export.h"
 #include "runtime/MutableDictionary.h"
 #include "runtime/Object.h"
@@ -45,8 +42,7 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
   bool servicesAvailable() override { return !serviceInfo_.isNil(); }
   void reinitializeServices() override;
   [[nodiscard]] std::uint64_t generation() const noexcept override;
-  [[nodiscard]] std::shared_ptr<RecentQuestions> recentQuestionsForServiceName(
-      const String& name) override;
+  [[nodiscard]] RefPtr<RecentQuestions> recentQuestionsForServiceName(const String& name) override;
 
   /// The services so far by name, the null object for one that could not be made.
   [[nodiscard]] MutableDictionary& statusServices();
@@ -67,7 +63,7 @@ class COMMANDFILTER_EXPORT ADMDMFStatusServiceCreator final
 
   RefPtr<MutableDictionary> statusServices_;
   RefPtr<MutableDictionary> userInfos_;
-  std::map<std::string, std::shared_ptr<RecentQuestions>, std::less<>> recentQuestions_;
+  DictionaryEntries recentQuestions_;
   Value serviceInfo_;
   RefPtr<String> printerURI_;
 };

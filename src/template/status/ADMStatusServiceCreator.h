@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "runtime/Export.h"
 #include "runtime/MutableDictionary.h"
@@ -13,7 +12,7 @@
 
 namespace commandfilter {
 
-struct RecentQuestions;
+class RecentQuestions;
 
 /// Makes the status services of one device by name, each once, and keeps a cache for each name. It
 /// stands under "ServiceCreator" in the global configuration of a template.
@@ -38,10 +37,7 @@ class COMMANDFILTER_EXPORT ADMStatusServiceCreator : public ProtocolBase {
   [[nodiscard]] virtual std::uint64_t generation() const noexcept { return 0; }
   /// What the proxies for that name remember together; nil, which the base answers, when each of
   /// them has to remember for itself.
-  [[nodiscard]] virtual std::shared_ptr<RecentQuestions> recentQuestionsForServiceName(
-      const String& /*name*/) {
-    return nullptr;
-  }
+  [[nodiscard]] virtual RefPtr<RecentQuestions> recentQuestionsForServiceName(const String& name);
 
  protected:
   ~ADMStatusServiceCreator() = default;

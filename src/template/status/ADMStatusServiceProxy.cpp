@@ -32,12 +32,18 @@ constexpr std::size_t kUsualKey = 64;
 Value joinComponents(const Array& components) {
   std::string text;
   text.reserve(kUsualKey);
+  bool onlyTexts = true;
   for (std::size_t i = 0; i < components.count(); ++i) {
     if (i != 0) text.push_back('#');
-    appendDescription(text, components[i]);
+    if (const auto* component = castTo<String>(components[i])) {
+      text.append(component->view());
+    } else {
+      onlyTexts = false;
+      appendDescription(text, components[i]);
+    }
     checkTextSize(text.size());
   }
-  return String::create(std::move(text));
+  return onlyTexts ? String::ofUTF8(text) : String::create(text);
 }
 
 // What a message is about; nil for a message without arguments.
@@ -125,7 +131,7 @@ void ADMStatusServiceProxy::remember(const ServiceQuestion& question, const Valu
                                      const Value& answer,
                                      const RefPtr<MutableDictionary>& kept) const {
   if (!question.canBeRemembered()) return;
-  if (!recent_) recent_ = std::make_shared<RecentQuestions>();
+  if (!recent_) recent_ = make<RecentQuestions>();
   recent_->answers.remember(question, {key, answer, kept, serviceCreator_->generation()});
 }
 

@@ -1,8 +1,6 @@
 // A status service as expressions see it.
 #pragma once
 
-#include <memory>
-
 #include "runtime/Array.h"
 #include "runtime/Class.h"
 #include "runtime/Export.h"
@@ -21,7 +19,7 @@
 
 namespace commandfilter {
 
-struct RecentQuestions;
+class RecentQuestions;
 struct MessageForm;
 class ServiceQuestion;
 
@@ -116,7 +114,7 @@ class COMMANDFILTER_EXPORT ADMStatusServiceProxy final
   Ref<String> serviceName_;
   /// The creator's, or else made when an answer is found where answers are kept: many proxies are
   /// asked little, and once.
-  mutable std::shared_ptr<RecentQuestions> recent_;
+  mutable RefPtr<RecentQuestions> recent_;
 };
 
 }  // namespace commandfilter

@@ -2,6 +2,7 @@
 #include "template/status/ADMFeaturePathSource.h"
 #include "template/status/ADMMessageSource.h"
 #include "template/status/ADMStatusServiceCreator.h"
+#include "template/status/RecentQuestions.h"
 
 namespace commandfilter {
 
@@ -14,6 +15,11 @@ constexpr Value kNone;
 constinit const Protocol ADMFeaturePathSource::kProtocol{"ADMFeaturePathSource"};
 constinit const Protocol ADMMessageSource::kProtocol{"ADMMessageSource"};
 constinit const Protocol ADMStatusServiceCreator::kProtocol{"ADMStatusServiceCreator"};
+
+RefPtr<RecentQuestions> ADMStatusServiceCreator::recentQuestionsForServiceName(
+    const String& /*name*/) {
+  return nullptr;
+}
 
 const Value& ADMFeaturePathSource::knownValueForFeaturePathComponents(
     const Array& /*components*/) const {

@@ -16,7 +16,8 @@ void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) 
   Entry& entry = entries_[place];
   entry.question = question;
   for (std::size_t i = 0; i < entry.parts.size(); ++i) {
-    entry.parts[i] = Value::sharing(question.part(i));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): shared, not changed
+    entry.parts[i] = RefPtr<Object>(const_cast<Object*>(question.part(i)));
   }
   entry.key = kept.key;
   entry.answer = kept.generation != 0 ? kept.answer : Value();
@@ -31,7 +32,7 @@ void RecentAnswers::forgetAnswers() noexcept {
 }
 
 void RecentAnswers::makeRoom() {
-  if ((count_ + 1) * 2 <= entries_.size()) return;
+  if (count_ + 1 <= entries_.size() - entries_.size() / 4) return;
   // Whoever asks that much begins again.
   const bool isFull = entries_.size() >= kMost;
   std::vector<Entry> before = replaceEntries(isFull ? kFewest : entries_.size() * 2);

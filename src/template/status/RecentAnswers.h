@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "runtime/MutableDictionary.h"
+#include "runtime/Object.h"
 #include "runtime/Ref.h"
 #include "runtime/Value.h"
 #include "template/status/ServiceQuestion.h"
@@ -44,7 +45,7 @@ class RecentAnswers {
   void forgetAnswers() noexcept;
 
  private:
-  static constexpr std::size_t kFewest = 8;
+  static constexpr std::size_t kFewest = 64;
   static constexpr std::size_t kMost = 1024;
   static constexpr Value kNone{};
 
@@ -55,7 +56,7 @@ class RecentAnswers {
     Value key;
     Value answer;
     /// Keeps what the question is about, so that its address stands for nothing else.
-    std::array<Value, ServiceQuestion::kMostParts> parts;
+    std::array<RefPtr<Object>, ServiceQuestion::kMostParts> parts;
   };
 
   [[nodiscard]] bool isCurrent(std::uint64_t generation) const noexcept {
@@ -69,7 +70,7 @@ class RecentAnswers {
     }
     return place;
   }
-  /// Keeps half of the places free.
+  /// Keeps a quarter of the places free.
   void makeRoom();
   /// Gives the table so many places, all free; what it had is in the result.
   std::vector<Entry> replaceEntries(std::size_t count);
