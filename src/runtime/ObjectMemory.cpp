@@ -1,57 +1,63 @@
 #include "runtime/ObjectMemory.h"
 
+#include <algorithm>
+#include <atomic>
+
 namespace commandfilter {
 
 namespace {
 
-// The memory of each size that a thread keeps. None in a build for tests: the tools that watch
-// memory are to see every object.
+// In a build for tests, the tools that watch memory are to see every object.
 #if defined(NDEBUG) && !defined(COMMANDFILTER_COUNT_OBJECTS)
-constexpr std::uint32_t kKeptBytes = 256 * 1024;
+constexpr bool kHasRegion = true;
 #else
-constexpr std::uint32_t kKeptBytes = 0;
+constexpr bool kHasRegion = false;
 #endif
+
+// Blocks of one size are cut out of the region so many bytes at a time. A short process uses few of
+// each size.
+constexpr std::size_t kCutBytes = 1024;
+// One size alone may not use up the region.
+constexpr std::size_t kMostOfSize = std::size_t{256} * 1024;
+
+// What has been cut out of the region, in all and of each size.
+struct Cut {
+  std::size_t bytes = 0;
+  std::array<std::size_t, 32> ofSize{};
+};
+constinit Cut cut;
+constinit std::atomic<bool> isTaken = false;
+[[gnu::tls_model("initial-exec")]] constinit thread_local bool isOwner = false;
+
+bool ownsRegion() noexcept {
+  if (!isOwner && !isTaken.load(std::memory_order_relaxed)) isOwner = !isTaken.exchange(true);
+  return isOwner;
+}
 
 }  // namespace
 
-constinit thread_local ObjectMemory::Store ObjectMemory::store_{};
+constinit std::array<std::byte, ObjectMemory::kRegionBytes> ObjectMemory::region_{};
+constinit thread_local std::array<ObjectMemory::Block*, ObjectMemory::kSizes>
+    ObjectMemory::shelves_{};
 
-// From its end on nothing is kept.
-struct ObjectMemory::Opening {
-  Opening() noexcept {
-    for (std::size_t i = 0; i < store_.size(); ++i) {
-      store_[i].room = kKeptBytes / static_cast<std::uint32_t>((i + 1) * kStep);
-    }
-  }
-  Opening(const Opening&) = delete;
-  Opening& operator=(const Opening&) = delete;
-  ~Opening() {
-    for (Shelf& shelf : store_) {
-      while (Block* block = shelf.first) {
-        shelf.first = block->next;
-        ::operator delete(block);
-      }
-      shelf.room = 0;
-    }
-  }
-};
+bool ObjectMemory::fill(std::size_t place) noexcept {
+  static_assert(std::tuple_size_v<decltype(cut.ofSize)> == kSizes);
+  if (!kHasRegion || !ownsRegion()) return false;
+  const std::size_t size = (place + 1) * kStep;
+  const std::size_t bytes = std::max(kCutBytes / size, std::size_t{1}) * size;
+  if (cut.ofSize[place] + bytes > kMostOfSize || cut.bytes + kCutBytes > kRegionBytes) return false;
+  std::byte* begin = region_.data() + cut.bytes;
+  cut.bytes += kCutBytes;
+  cut.ofSize[place] += bytes;
+  // The first one comes first.
+  for (std::size_t at = bytes; at != 0; at -= size) put(shelves_[place], begin + at - size);
+  return true;
+}
 
 void* ObjectMemory::allocateNew(std::size_t size) {
   const std::size_t place = shelfOf(size);
-  return ::operator new(place < kSizes ? (place + 1) * kStep : size);
-}
-
-void ObjectMemory::releaseForGood(void* memory, std::size_t size) noexcept {
-  const std::size_t place = shelfOf(size);
-  if (place < kSizes) {
-    static thread_local const Opening opening;
-    static_cast<void>(opening);
-    if (store_[place].room != 0) {
-      put(store_[place], memory);
-      return;
-    }
-  }
-  ::operator delete(memory);
+  if (place < kSizes && fill(place)) return allocate(size);
+  return ::operator new(size);
 }
 
 }  // namespace commandfilter

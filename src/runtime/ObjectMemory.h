@@ -10,66 +10,64 @@
 
 namespace commandfilter {
 
-/// Gives objects their memory, and keeps that of destroyed ones for the next objects of the same
-/// size: expressions make and drop thousands of small objects of a few sizes. Each thread has its
-/// own store, as objects belong to one thread; it is limited, and gone when the thread ends.
+/// Gives objects their memory. Expressions make and drop thousands of small objects of a few sizes:
+/// these lie side by side in one region, without anything between them, and what a destroyed one
+/// leaves is kept for the next of its size. The region belongs to the first thread that makes an
+/// object, which is nearly always the only one, and is as long as the process. Beyond it, for large
+/// objects and in other threads, memory is what the C++ library gives and takes back.
 class COMMANDFILTER_EXPORT ObjectMemory {
  public:
   /// Memory of at least that size.
   [[nodiscard]] static void* allocate(std::size_t size) {
     const std::size_t place = shelfOf(size);
     if (place < kSizes) {
-      Shelf& shelf = store_[place];
-      if (Block* block = shelf.first) [[likely]] {
-        shelf.first = block->next;
-        ++shelf.room;
+      Block*& shelf = shelves_[place];
+      if (Block* block = shelf) [[likely]] {
+        shelf = block->next;
         return block;
       }
     }
     return allocateNew(size);
   }
-  /// Takes memory back that `allocate` gave for the size.
+  /// Takes memory back that `allocate` gave for the size. Another thread may have asked for it: it
+  /// is this one's from then on.
   static void release(void* memory, std::size_t size) noexcept {
     const std::size_t place = shelfOf(size);
-    if (place < kSizes) {
-      Shelf& shelf = store_[place];
-      if (shelf.room != 0) [[likely]] {
-        put(shelf, memory);
-        return;
-      }
+    if (place < kSizes && isOfRegion(memory)) [[likely]] {
+      put(shelves_[place], memory);
+    } else {
+      ::operator delete(memory);
     }
-    releaseForGood(memory, size);
   }
 
  private:
   static constexpr std::size_t kStep = 16;
   static constexpr std::size_t kSizes = 32;
+  static constexpr std::size_t kRegionBytes = std::size_t{1024} * 1024;
 
   struct Block {
     Block* next;
   };
-  // The blocks of one size, and how many more may be kept.
-  struct Shelf {
-    Block* first = nullptr;
-    std::uint32_t room = 0;
-  };
-  using Store = std::array<Shelf, kSizes>;
-  // Makes room in a thread's store, and gives its memory back when the thread ends.
-  struct Opening;
 
   static constexpr std::size_t shelfOf(std::size_t size) noexcept { return (size - 1) / kStep; }
-  static void put(Shelf& shelf, void* memory) noexcept {
-    shelf.first = new (memory) Block{shelf.first};  // NOLINT: built in the memory itself
-    --shelf.room;
+  static bool isOfRegion(const void* memory) noexcept {
+    return reinterpret_cast<std::uintptr_t>(memory) -
+               reinterpret_cast<std::uintptr_t>(region_.data()) <
+           kRegionBytes;
   }
-  // Where the store has no such block.
+  static void put(Block*& shelf, void* memory) noexcept {
+    shelf = new (memory) Block{shelf};  // NOLINT: built in the memory itself
+  }
+  // Where the shelf of the size is empty, or there is none.
   [[nodiscard]] static void* allocateNew(std::size_t size);
-  // Where the store has no room; it may not have been opened yet.
-  static void releaseForGood(void* memory, std::size_t size) noexcept;
+  /// Cuts more blocks out of the region. False when it is another thread's or used up.
+  static bool fill(std::size_t place) noexcept;
 
-  // Without room until a thread gives back its first block. The storage model saves a call at every
-  // access.
-  [[gnu::tls_model("initial-exec")]] static constinit thread_local Store store_;
+  // No page of it is there until it is used.
+  alignas(64) static constinit std::array<std::byte, kRegionBytes> region_;
+  // The free blocks of each size. The storage model saves a call at every access.
+  [[gnu::tls_model("initial-exec")]] static constinit thread_local std::array<Block*, kSizes>
+      shelves_;
 };
 
 /// Has a container of the standard library take its memory from there.
