@@ -5,7 +5,9 @@
 
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
+#include "runtime/Comparison.h"
 #include "runtime/Send.h"
+#include "runtime/SizeLimits.h"
 #include "runtime/StackGuard.h"
 
 namespace commandfilter {
@@ -58,7 +60,8 @@ ADMAggregateEvaluationContext::initWithParentContext_globalConfiguration_element
 
 Value ADMAggregateEvaluationContext::initialValue() {
   if (partialResult_) return partialResult_->elementsSoFar();
-  if (initialSize_) setInitialValue(valueBeforeTheStep());
+  // It is nil when the memory for the extension was not to be had.
+  if (initialSize_ && !initialValue_.isNil()) setInitialValue(valueBeforeTheStep());
   return initialValue_;
 }
 
@@ -100,7 +103,11 @@ Ref<String> ADMAggregateEvaluationContext::concatenate(Ref<String> left,
 
 Ref<Array> ADMAggregateEvaluationContext::extendArray(Value left, const Value& right) {
   if (!isOwn(*left.object())) return ADMArrayEvaluationContext::extendArray(std::move(left), right);
-  if (!initialSize_) initialSize_ = castTo<Array>(left)->count();
+  const std::size_t size = castTo<Array>(left)->count();
+  // What raises does it before the accumulator is given up, which is lost when the extension fails.
+  const auto* added = castTo<Array>(right);
+  checkArraySize(size + (added != nullptr ? added->count() : 1));
+  if (!initialSize_) initialSize_ = size;
   initialValue_ = nullptr;
   Ref<Array> extended = arrayExtendedBy(std::move(left), right);
   initialValue_ = extended;
@@ -114,8 +121,13 @@ Ref<Dictionary> ADMAggregateEvaluationContext::extendDictionary(Value left, Valu
                                                        std::move(value));
   }
   const auto& dictionary = *castTo<Dictionary>(left);
-  if (!initialSize_) initialSize_ = dictionary.count();
+  // As above: not every object can be a key.
+  if (key.isObject() && !key.isKind(ObjectKind::String)) {
+    key = key.object()->dictionaryKey();
+    static_cast<void>(hashOf(key));
+  }
   const Value& before = dictionary.objectForKey(key);
+  if (!initialSize_) initialSize_ = dictionary.count();
   if (!before.isNil()) replaced_.emplace_back(key, before);
   initialValue_ = nullptr;
   Ref<Dictionary> extended =

@@ -4,6 +4,8 @@
 
 #include "expression/Expressions.h"
 #include "expression/TestService.h"
+#include "runtime/Exception.h"
+#include "runtime/SizeLimits.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -75,6 +77,21 @@ TEST(AggregateContext, ReportsANameThatNoSelectorCanBeMadeOfToItsParent) {
   EXPECT_NE(parent->lastError(), nullptr);
 }
 
+// Cannot be a key, as a status service cannot.
+class NoKey final : public Object {
+ public:
+  [[nodiscard]] static Ref<NoKey> create() { return make<NoKey>(); }
+
+  [[nodiscard]] Value dictionaryKey() const override { throw Exception("no key"); }
+
+ private:
+  template <typename T, typename... Arguments>
+  friend Ref<T> commandfilter::make(Arguments&&... arguments);
+
+  NoKey() = default;
+  ~NoKey() override = default;
+};
+
 // The accumulator is a text that a step may extend in place: nobody may notice.
 
 TEST(AggregateContext, ExtendsItsTextInPlace) {
@@ -145,6 +162,37 @@ TEST(AggregateContext, KeepsItsTextWhenADescriptionIsTooDeep) {
   EXPECT_NE(reasonOf([&] { static_cast<void>(evaluate(R"(@initial + "a" + @deep)", context)); }),
             "");
   EXPECT_EQ(shown(context->initialValue()), R"("x")");
+}
+
+// Whoever calls a procedure in a step may catch what the procedure's arguments raise, and go on.
+
+TEST(AggregateContext, KeepsItsArrayWhenAnElementIsTooMuch) {
+  const Ref<TestContext> parent = TestContext::create(
+      {{"many", Array::create(std::vector<Value>(kLargestArray, numberOf(0)))}});
+  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), Value(), parent);
+  context->setInitialValue(arrayOf({stringOf("x")}));
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(evaluate("@initial + @many", context)); }),
+            "a value is too large");
+  EXPECT_EQ(at("@initial", context), R"(["x"])");
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(evaluate("@initial + 1 + @many", context)); }),
+            "a value is too large");
+  EXPECT_EQ(at("@initial", context), R"(["x"])");
+}
+
+TEST(AggregateContext, KeepsItsDictionaryWhenAKeyIsNone) {
+  const Ref<TestContext> parent = TestContext::create({{"key", NoKey::create()}});
+  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), Value(), parent);
+  context->setInitialValue(DictionaryBuilder().build());
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(evaluate("@initial + (1, @key)", context)); }),
+            "no key");
+  EXPECT_EQ(at("@initial", context), "{}");
+  DictionaryBuilder entry;
+  entry.set("a", numberOf(1));
+  context->setInitialValue(entry.build());
+  EXPECT_EQ(
+      reasonOf([&] { static_cast<void>(evaluate(R"(@initial + (2, "a") + (3, @key))", context)); }),
+      "no key");
+  EXPECT_EQ(at("@initial", context), R"({"a": 1q})");
 }
 
 TEST(AggregateContext, AppendsDescriptions) {
