@@ -32,6 +32,8 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
   void appendDescription(std::string& text, int level) const override;
 
   [[nodiscard]] ItemType type() const noexcept { return type_; }
+  /// True for a LiteralItem, whatever the type: items can be made with any.
+  [[nodiscard]] bool isLiteral() const noexcept { return isLiteral_; }
   /// The item's own token in the source; empty for what the compiler inserted.
   [[nodiscard]] SourceRange sourceRange() const noexcept { return {begin_, end_}; }
   void setSourceRange(const SourceRange& range) noexcept {
@@ -56,10 +58,13 @@ class COMMANDFILTER_EXPORT ADMEvaluationItemBase : public Object {
   ~ADMEvaluationItemBase() override = default;
 
  private:
+  friend class LiteralItem;
+
   // Half the size of a range's own, because there are many items. Places in a text of more than
   // 4 GiB stop there.
   using Place = std::uint32_t;
 
+  bool isLiteral_ = false;
   ItemType type_;
   Place begin_ = 0;
   Place end_ = 0;

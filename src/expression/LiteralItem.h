@@ -9,7 +9,7 @@
 
 namespace commandfilter {
 
-/// An item whose value is known when it is compiled; the only ones of the types String and Number.
+/// An item whose value is known when it is compiled: a text or a number.
 class COMMANDFILTER_EXPORT LiteralItem : public ADMEvaluationItemBase {
  public:
   /// The value, borrowed; nil for an element that a list leaves out.
@@ -19,7 +19,9 @@ class COMMANDFILTER_EXPORT LiteralItem : public ADMEvaluationItemBase {
 
  protected:
   LiteralItem(ItemType type, Value value)
-      : ADMEvaluationItemBase(type, Holding::NoChain), value_(std::move(value)) {}
+      : ADMEvaluationItemBase(type, Holding::NoChain), value_(std::move(value)) {
+    isLiteral_ = true;
+  }
   ~LiteralItem() override = default;
 
  private:
@@ -28,9 +30,7 @@ class COMMANDFILTER_EXPORT LiteralItem : public ADMEvaluationItemBase {
 
 /// The item as a literal; nullptr when it is none.
 [[nodiscard]] inline const LiteralItem* literalOf(const ADMEvaluationItemBase& item) noexcept {
-  return item.type() == ItemType::String || item.type() == ItemType::Number
-             ? static_cast<const LiteralItem*>(&item)
-             : nullptr;
+  return item.isLiteral() ? static_cast<const LiteralItem*>(&item) : nullptr;
 }
 
 }  // namespace commandfilter

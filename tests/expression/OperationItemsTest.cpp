@@ -106,6 +106,29 @@ TEST(OperationItems, OnlyItemsCanBeEvaluated) {
   }
 }
 
+// The codes of texts and numbers make no literals of other items.
+TEST(OperationItems, AreEvaluatedAsOperandsWhateverTheirCode) {
+  for (const ItemType type : {ItemType::String, ItemType::Number}) {
+    const auto sum = ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::Concatenate);
+    sum->setLeftOperand(ADMEvaluationBinaryOperation::itemWithOperationType(type));
+    const Ref<TestContext> context = TestContext::create();
+    EXPECT_EQ(shown(sum->evaluate(*context)), "nil");
+    EXPECT_EQ(errorOf(*context),
+              "2: Unknown operation type: " + std::to_string(static_cast<int>(type)));
+    sum->setLeftOperand(ADMEvaluationNonExecutable::itemWithItemType(type));
+    const Ref<TestContext> second = TestContext::create();
+    EXPECT_EQ(shown(sum->evaluate(*second)), "nil");
+    EXPECT_EQ(errorOf(*second),
+              "1: Evaluating item with type: " + std::to_string(static_cast<int>(type)));
+    // To the right, which another function looks at.
+    sum->setLeftOperand(nullptr);
+    sum->setRightOperand(ADMEvaluationUnaryOperation::itemWithOperationType(type));
+    const Ref<TestContext> third = TestContext::create();
+    EXPECT_EQ(shown(sum->evaluate(*third)), "nil");
+    EXPECT_EQ(errorOf(*third), "2: Incorrect unary operation");
+  }
+}
+
 // The base has no value of its own.
 class ValuelessItem final : public ADMEvaluationItemBase {
  public:
