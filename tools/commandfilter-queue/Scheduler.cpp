@@ -55,9 +55,9 @@ const char* askAtTerminal(const char* prompt, http_t* /*http*/, const char* /*me
 
 }  // namespace
 
-void Scheduler::Close::operator()(_http_s* connection) const noexcept { httpClose(connection); }
+void Scheduler::Close::operator()(http_t* connection) const noexcept { httpClose(connection); }
 
-void Scheduler::Delete::operator()(_ipp_s* message) const noexcept { ippDelete(message); }
+void Scheduler::Delete::operator()(ipp_t* message) const noexcept { ippDelete(message); }
 
 Scheduler::Scheduler(const std::optional<std::string>& server,
                      const std::optional<std::string>& user) {

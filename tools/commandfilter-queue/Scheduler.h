@@ -1,13 +1,12 @@
 // The scheduler's queues, through libcups.
 #pragma once
 
+#include <cups/ipp.h>
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-struct _http_s;
-struct _ipp_s;
 
 namespace commandfilter::tools {
 
@@ -43,18 +42,18 @@ class Scheduler {
 
  private:
   struct Close {
-    void operator()(_http_s* connection) const noexcept;
+    void operator()(http_t* connection) const noexcept;
   };
   struct Delete {
-    void operator()(_ipp_s* message) const noexcept;
+    void operator()(ipp_t* message) const noexcept;
   };
-  using Message = std::unique_ptr<_ipp_s, Delete>;
+  using Message = std::unique_ptr<ipp_t, Delete>;
 
   [[nodiscard]] static Message request(int operation, const std::string& path);
   [[noreturn]] void fail(const std::string& what) const;
 
   std::string address_;
-  std::unique_ptr<_http_s, Close> connection_;
+  std::unique_ptr<http_t, Close> connection_;
 };
 
 /// Why a PPD cannot be read, as libcups says it, with the line; empty when it can.
