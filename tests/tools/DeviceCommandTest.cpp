@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "Admtemplate.h"
@@ -126,6 +127,66 @@ TEST_F(DeviceCommand, ExplainsWhatItCannotUse) {
             "<plist><dict><key>Resolution</key><dict><key>Outcome</key>"
             "<string>fail</string></dict></dict></plist>");
   expectRefusal(saved_, "does not resolve");
+}
+
+TEST_F(DeviceCommand, NamesKeysThatADescriptionHasInVain) {
+  writeFile(device_, R"(<plist><dict>
+<key>Vendorname</key><string>Acme</string>
+<key>Comment</key><string>mine</string>
+<key>Resolution</key><dict><key>Delays</key><integer>1</integer></dict>
+<key>ConnectionParams</key><dict><key>Any</key><string>1</string></dict>
+<key>StatusServices</key><dict>
+  <key>Own</key><dict>
+    <key>answer</key><integer>1</integer>
+    <key>Messages</key><dict><key>any</key><integer>1</integer></dict>
+    <key>Features</key><dict><key>ink</key><dict>
+      <key>value</key><integer>1</integer>
+      <key>Properties</key><dict><key>level</key><dict><key>Identifier</key><dict/></dict></dict>
+    </dict></dict>
+  </dict>
+</dict></dict></plist>)");
+  std::string notes;
+  for (const char* note :
+       {"Vendorname is ignored; write VendorName",
+        "Comment is ignored; a device has DeviceID, ServiceState, URI, ConnectionType, VendorName, "
+        "ModelName, ConnectionParams, Resolution, ModelInfo, StatusServices",
+        "Resolution > Delays is ignored; write Delay",
+        "StatusServices > Own > answer is ignored; a service has Messages, Features",
+        "StatusServices > Own > Features > ink > value is ignored; write Value",
+        "StatusServices > Own > Features > ink > Properties > level > Identifier is ignored; "
+        "write Identifiers"}) {
+    notes += "admtemplate: device " + device_ + ": " + note + '\n';
+  }
+  const ChildResult shown = runAdmtemplate({"device", device_});
+  EXPECT_EQ(shown.exitStatus, 0);
+  EXPECT_EQ(shown.errors, notes);
+  const ChildResult evaluated = runAdmtemplate(
+      {"eval", "--device", device_, "--strict", "--format", "json", "--expression", "1"});
+  EXPECT_EQ(evaluated.exitStatus, 0);
+  EXPECT_EQ(evaluated.output, "{\n  \"value\": 1\n}\n");
+  EXPECT_EQ(evaluated.errors, notes);
+  const ChildResult prompt = runAdmtemplate({"repl", "--device", device_, "--strict"}, "1\n");
+  EXPECT_EQ(prompt.exitStatus, 0);
+  EXPECT_EQ(prompt.output, "1\n");
+  EXPECT_EQ(prompt.errors, notes);
+}
+
+TEST_F(DeviceCommand, NamesTheFirstOfVeryManyKeysInVain) {
+  std::string keys;
+  for (int i = 0; i < 1000; ++i) keys += "<key>Any" + std::to_string(i) + "</key><true/>";
+  writeFile(device_, "<plist><dict>" + keys + "</dict></plist>");
+  const std::string errors = runAdmtemplate({"device", device_}).errors;
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 20);
+}
+
+TEST_F(DeviceCommand, NamesTheFileThePlaceAndTheRemedyOfABrokenDescription) {
+  writeFile(device_, "<plist><dict>\n<key>URI</string></dict></plist>");
+  EXPECT_EQ(runAdmtemplate({"device", device_}).errors,
+            "admtemplate: device " + device_ +
+                ": line 2, column 11: mismatched tag; repair the XML there\n");
+  writeFile(device_, "<plist><dict><key>StatusServices</key><array/></dict></plist>");
+  EXPECT_EQ(runAdmtemplate({"device", device_}).errors,
+            "admtemplate: device " + device_ + ": StatusServices is not a dictionary\n");
 }
 
 TEST_F(DeviceCommand, SaysWhatCanBeNamedWithoutAScheduler) {

@@ -3,12 +3,17 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "DeviceModel.h"
+#include "InputFile.h"
 #include "UsageError.h"
 #include "device/CupsQueues.h"
+#include "device/DescriptionKeys.h"
+#include "device/DeviceSurvey.h"
 #include "runtime/Class.h"
 #include "runtime/ClassRegistry.h"
 #include "runtime/Description.h"
@@ -89,6 +94,8 @@ std::string escaped(std::string_view path) {
 
 struct Place {
   std::string uri;
+  // The description's absolute path, when a path was named.
+  std::string file;
   // The queue that the device belongs to; empty when none was named.
   std::string queue;
 };
@@ -96,15 +103,22 @@ struct Place {
 Place placeOf(const std::string& device) {
   std::error_code error;
   if (std::filesystem::exists(device, error)) {
-    return {std::string(kSimulated) + escaped(std::filesystem::absolute(device).string()), ""};
+    std::string file = std::filesystem::absolute(device).string();
+    return {std::string(kSimulated) + escaped(file), std::move(file), ""};
   }
-  if (device.find(':') != std::string::npos) return {device, ""};
+  if (device.find(':') != std::string::npos) return {device, "", ""};
   constexpr std::string_view kRemedy =
       "; name a device description, a device URI or a queue, which \"admtemplate device\" lists";
   const std::string what = "device " + device + ": there is no such file";
   if (device.find('/') != std::string::npos) throw UsageError(what + std::string(kRemedy));
-  if (const auto queue = cupsQueueNamed(device)) return {queue->deviceURI, device};
+  if (const auto queue = cupsQueueNamed(device)) return {queue->deviceURI, "", device};
   throw UsageError(what + " and no such queue" + std::string(kRemedy));
+}
+
+// Why a device does not resolve. The file was named already.
+std::string explained(std::string reason, const std::string& file) {
+  if (!file.empty() && reason.starts_with(file + ": ")) reason.erase(0, file.size() + 2);
+  return withRemedy(reason);
 }
 
 // A filter inside a job has a backend already.
@@ -157,13 +171,23 @@ Device Device::open(const std::string& name) {
   const Ref<Resolution> resolution = Resolution::create();
   resolution->run(*info);
   if (!resolution->reason().empty()) {
-    throw UsageError("device " + name + ": " + resolution->reason());
+    throw UsageError("device " + name + ": " + explained(resolution->reason(), place.file));
   }
-  return {std::move(backend), Ref<ADMServiceInfo>(*info), !place.uri.starts_with(kSimulated)};
+  return {name, std::move(backend), Ref<ADMServiceInfo>(*info), !place.uri.starts_with(kSimulated)};
 }
 
-std::vector<std::string> Device::complaints() const {
-  return backend_ ? backend_->complaints() : std::vector<std::string>();
+void Device::noteComplaints(std::ostream& messages) const {
+  const std::string about = "admtemplate: device " + name_ + ": ";
+  if (backend_) {
+    for (const std::string& complaint : backend_->complaints()) {
+      messages << about << "its backend says: " << complaint << '\n';
+    }
+  }
+  if (const RefPtr<Dictionary> description = ownDescriptionOf(info_)) {
+    for (const std::string& complaint : ignoredKeys(*description)) {
+      messages << about << complaint << '\n';
+    }
+  }
 }
 
 }  // namespace commandfilter::tools

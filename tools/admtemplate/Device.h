@@ -1,10 +1,10 @@
 // The device that a template is asked about.
 #pragma once
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "device/BackendProcess.h"
 #include "runtime/Ref.h"
@@ -26,13 +26,19 @@ class Device {
   [[nodiscard]] const Ref<ADMServiceInfo>& serviceInfo() const noexcept { return info_; }
   /// NO for a device that is described in a file.
   [[nodiscard]] bool isReal() const noexcept { return isReal_; }
-  /// What the device's backend has complained about; empty for a described device.
-  [[nodiscard]] std::vector<std::string> complaints() const;
+  /// Writes what the device's backend has complained about, or what a description has in vain, a
+  /// line each.
+  void noteComplaints(std::ostream& messages) const;
 
  private:
-  Device(std::unique_ptr<BackendProcess> backend, Ref<ADMServiceInfo> info, bool isReal)
-      : backend_(std::move(backend)), info_(std::move(info)), isReal_(isReal) {}
+  Device(std::string name, std::unique_ptr<BackendProcess> backend, Ref<ADMServiceInfo> info,
+         bool isReal)
+      : name_(std::move(name)),
+        backend_(std::move(backend)),
+        info_(std::move(info)),
+        isReal_(isReal) {}
 
+  std::string name_;
   /// nullptr for a described device.
   std::unique_ptr<BackendProcess> backend_;
   Ref<ADMServiceInfo> info_;

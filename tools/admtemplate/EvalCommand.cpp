@@ -59,7 +59,7 @@ int runEval(const EvalArguments& arguments, std::ostream& report, std::ostream& 
   report << textOf(outcome, arguments) << std::flush;
   noteWhatIsMissing(question, outcome, arguments, messages);
   noteBrokenOff(outcome, arguments, messages);
-  noteComplaints(setting, arguments.setting, messages);
+  if (setting.device) setting.device->noteComplaints(messages);
   return arguments.strict && hasErrors(outcome) ? 1 : 0;
 }
 

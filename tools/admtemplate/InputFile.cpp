@@ -9,14 +9,9 @@
 
 namespace commandfilter::tools {
 
-namespace {
-
-// The reason why a file is no property list, and what is to be done.
 std::string withRemedy(const std::string& reason) {
   return reason.starts_with("line ") ? reason + "; repair the XML there" : reason;
 }
-
-}  // namespace
 
 InputFile openInputFile(const std::string& path, std::string_view what) {
   const std::string file = std::string(what) + " " + path + ": ";

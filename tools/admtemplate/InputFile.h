@@ -21,6 +21,9 @@ struct InputFile {
 /// is broken XML.
 [[nodiscard]] InputFile openInputFile(const std::string& path, std::string_view what);
 
+/// The reason why a file is no property list, with what is to be done when it is broken XML.
+[[nodiscard]] std::string withRemedy(const std::string& reason);
+
 /// The dictionary alone.
 /// @throws UsageError as `openInputFile` does.
 [[nodiscard]] Ref<Dictionary> readDictionary(const std::string& path, std::string_view what);

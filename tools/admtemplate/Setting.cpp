@@ -1,6 +1,5 @@
 #include "Setting.h"
 
-#include <ostream>
 #include <utility>
 
 #include "InputFile.h"
@@ -33,15 +32,6 @@ Setting loadSetting(const SettingArguments& arguments) {
   if (arguments.device) device.emplace(Device::open(*arguments.device));
   Ref<ADMStatusServiceCreator> services = servicesOf(device);
   return {std::move(device), {std::move(configuration), std::move(input), std::move(services)}};
-}
-
-void noteComplaints(const Setting& setting, const SettingArguments& arguments,
-                    std::ostream& messages) {
-  if (!setting.device) return;
-  for (const std::string& complaint : setting.device->complaints()) {
-    messages << "admtemplate: device " << *arguments.device << ": its backend says: " << complaint
-             << '\n';
-  }
 }
 
 }  // namespace commandfilter::tools

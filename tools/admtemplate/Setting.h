@@ -1,7 +1,6 @@
 // What evaluations are made over, from files and options.
 #pragma once
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,9 +28,5 @@ struct Setting {
 /// Reads the files, loads the plug-ins and opens the device.
 /// @throws UsageError when one of them cannot be used.
 [[nodiscard]] Setting loadSetting(const SettingArguments& arguments);
-
-/// Writes what the device's backend has complained about, a line each.
-void noteComplaints(const Setting& setting, const SettingArguments& arguments,
-                    std::ostream& messages);
 
 }  // namespace commandfilter::tools

@@ -64,15 +64,16 @@ int runDevice(const DeviceArguments& arguments, std::ostream& report, std::ostre
   report << (arguments.format == DeviceFormat::PropertyList
                  ? propertyListText(withNullMarks(survey))
                  : deviceText(*survey));
-  if (!device.isReal() || isAvailable(*survey)) return 0;
-  messages
-      << "admtemplate: device " << *arguments.device
-      << ": it does not tell its device ID; check that it is on, that the address is right and "
-         "that it answers SNMP, and see what else its backend says\n";
-  for (const std::string& complaint : device.complaints()) {
-    messages << "admtemplate: its backend says: " << complaint << '\n';
+  report << std::flush;
+  const bool isMute = device.isReal() && !isAvailable(*survey);
+  if (isMute) {
+    messages
+        << "admtemplate: device " << *arguments.device
+        << ": it does not tell its device ID; check that it is on, that the address is right and "
+           "that it answers SNMP, and see what else its backend says\n";
   }
-  return 1;
+  if (isMute || !device.isReal()) device.noteComplaints(messages);
+  return isMute ? 1 : 0;
 }
 
 }  // namespace commandfilter::tools

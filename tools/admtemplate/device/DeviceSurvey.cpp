@@ -25,14 +25,6 @@ RefPtr<String> deviceIDOf(const Ref<ADMServiceInfo>& device) {
   return provider ? provider->deviceID() : nullptr;
 }
 
-// The description of a device that has one.
-const Dictionary* ownDescription(const Value& device, Value& keeper) {
-  static const Selector kDescription("deviceDescription");
-  if (!respondsToSelector(device, kDescription)) return nullptr;
-  keeper = send(device, kDescription);
-  return castTo<Dictionary>(keeper);
-}
-
 Ref<Dictionary> servicesOf(const Ref<ADMServiceInfo>& device) {
   const RefPtr<ADMDMFStatusServiceCreator> creator =
       ADMDMFStatusServiceCreator::initWithDMFServiceInfo(device);
@@ -49,10 +41,16 @@ Ref<Dictionary> servicesOf(const Ref<ADMServiceInfo>& device) {
 
 }  // namespace
 
+RefPtr<Dictionary> ownDescriptionOf(const Ref<ADMServiceInfo>& device) {
+  static const Selector kDescription("deviceDescription");
+  if (!respondsToSelector(device, kDescription)) return nullptr;
+  const Value description = send(device, kDescription);
+  return RefPtr<Dictionary>(castTo<Dictionary>(description));
+}
+
 Ref<Dictionary> surveyDevice(const Ref<ADMServiceInfo>& device) {
   DictionaryBuilder survey;
-  Value keeper;
-  if (const Dictionary* described = ownDescription(device, keeper)) {
+  if (const RefPtr<Dictionary> described = ownDescriptionOf(device)) {
     for (const DictionaryEntry& entry : *described) survey.set(entry.key, entry.value);
     setText(survey, "URI", device->uri());
     return survey.build();

@@ -14,6 +14,9 @@ inline constexpr std::string_view kDeviceStatusService = "DMFDeviceStatus";
 inline constexpr std::string_view kSuppliesStatusService = "DMFSuppliesStatus";
 inline constexpr std::string_view kCapabilitiesService = "CapabilitiesInfoProvider";
 
+/// What a device that is described in a file is described as; nil for every other device.
+[[nodiscard]] RefPtr<Dictionary> ownDescriptionOf(const Ref<ADMServiceInfo>& device);
+
 /// Asks the device everything; gives its description, in the form of a device description: it
 /// answers the same to the same questions. Of a device that is described itself, it is that
 /// description.

@@ -21,6 +21,10 @@ class Prompt {
   bool perform(std::string_view line);
   /// The completions of a line up to the cursor.
   [[nodiscard]] Completion completionsOf(std::string_view text) const;
+  /// Writes what is odd about the device, if there is one.
+  void noteComplaints(std::ostream& messages) const {
+    if (setting_->device) setting_->device->noteComplaints(messages);
+  }
   /// True when a line has failed: an expression with an error, or an unknown command.
   [[nodiscard]] bool hasFailed() const noexcept { return hasFailed_; }
 

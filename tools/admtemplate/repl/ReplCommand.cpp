@@ -34,6 +34,7 @@ std::unique_ptr<LineReader> readerFor(const Prompt& prompt, std::istream& input,
 int runRepl(const ReplArguments& arguments, std::istream& input, std::ostream& output,
             std::ostream& messages) {
   Prompt prompt(arguments.setting, arguments.service.value_or(""), output);
+  prompt.noteComplaints(messages);
   const std::unique_ptr<LineReader> reader = readerFor(prompt, input, messages);
   while (const auto line = reader->nextLine()) {
     const bool goesOn = prompt.perform(*line);
