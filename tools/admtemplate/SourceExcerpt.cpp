@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "TerminalColumns.h"
 #include "UnitPlace.h"
 
 namespace commandfilter::tools {
@@ -19,13 +20,14 @@ std::string sourceExcerpt(std::string_view expression, const SourceRange& range,
   std::string excerpt(indent);
   excerpt.append(line).append("\n").append(indent);
   // Tabs stay, so that the caret stands below its place whatever they mean.
-  const std::string_view lead = line.substr(0, begin - lineBegin);
-  for (std::size_t i = 0; i < lead.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(lead[i]);
-    if ((byte & 0xC0U) != 0x80U) excerpt.push_back(byte == '\t' ? '\t' : ' ');
+  std::string_view lead = line.substr(0, begin - lineBegin);
+  for (std::size_t tab = lead.find('\t'); tab != std::string_view::npos; tab = lead.find('\t')) {
+    excerpt.append(terminalColumns(lead.substr(0, tab)), ' ').append("\t");
+    lead.remove_prefix(tab + 1);
   }
+  excerpt.append(terminalColumns(lead), ' ');
   const std::string_view marked = expression.substr(begin, std::min(end, lineEnd) - begin);
-  excerpt.append(std::max<std::size_t>(charactersOf(marked), 1), '^').append("\n");
+  excerpt.append(std::max<std::size_t>(terminalColumns(marked), 1), '^').append("\n");
   return excerpt;
 }
 
