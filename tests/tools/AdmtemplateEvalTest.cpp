@@ -216,6 +216,25 @@ TEST(Admtemplate, NamesItsCommandsForOneThatItDoesNotHave) {
             "admtemplate: there is no command evl; take one of eval check repl device\n");
 }
 
+TEST(Admtemplate, NamesItselfTheCommandAndTheRemedyForWrongArguments) {
+  const auto messageFor = [](const std::vector<std::string>& arguments) {
+    const ChildResult result = runAdmtemplate(arguments);
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.output, "");
+    return result.errors;
+  };
+  EXPECT_EQ(messageFor({}), "admtemplate: name a command; take one of eval check repl device\n");
+  EXPECT_EQ(messageFor({"--nix"}),
+            "admtemplate: there is no command --nix; take one of eval check repl device\n");
+  EXPECT_EQ(messageFor({"check"}),
+            "admtemplate check: TEMPLATE is required; see admtemplate check --help\n");
+  EXPECT_EQ(messageFor({"device", "--nix"}),
+            "admtemplate device: The following argument was not expected: --nix; see admtemplate "
+            "device --help\n");
+  EXPECT_EQ(messageFor({"eval", "--device"}),
+            "admtemplate eval: --device: 1 required DEVICE missing; see admtemplate eval --help\n");
+}
+
 TEST_F(AdmtemplateEval, TellsOfKeysThatTheTemplateDoesNotHave) {
   const ChildResult result = eval({template_, "Modle"});
   EXPECT_EQ(result.exitStatus, 0);

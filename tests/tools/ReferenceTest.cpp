@@ -17,7 +17,9 @@
 namespace commandfilter::testing {
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using Words = std::set<std::string>;
 
 // The first group of each match.
@@ -65,7 +67,11 @@ TEST(Help, TellsEveryArgumentAndShowsAnExampleThatNamesTheCommand) {
     EXPECT_THAT(help, HasSubstr("  admtemplate " + command)) << command;
     EXPECT_THAT(help, HasSubstr("Exit status:")) << command;
     std::istringstream lines(help);
-    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 130U) << line;
+    for (std::string line; std::getline(lines, line);) {
+      EXPECT_LE(line.size(), 130U) << line;
+      // What an argument is, not of which type.
+      EXPECT_THAT(line, Not(AnyOf(HasSubstr("TEXT"), HasSubstr("ENUM")))) << command;
+    }
   }
 }
 

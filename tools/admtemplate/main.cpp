@@ -3,13 +3,14 @@
 #include <exception>
 #include <functional>
 #include <iostream>
-#include <map>
 #include <string>
 #include <string_view>
 
 #include "CheckCommand.h"
 #include "EvalCommand.h"
+#include "FormatOption.h"
 #include "UsageError.h"
+#include "WrongArguments.h"
 #include "device/DeviceCommand.h"
 #include "repl/ReplCommand.h"
 #include "template/LibraryClasses.h"
@@ -20,22 +21,8 @@ using namespace commandfilter::tools;  // NOLINT(google-build-using-namespace): 
 
 constexpr int kUnusable = 2;
 
-// Takes a name of the map, and says which there are when it is another.
-template <typename Format>
-CLI::Validator oneOf(const std::map<std::string, Format>& formats) {
-  return CLI::Validator(
-      [formats](std::string& text) -> std::string {
-        const auto found = formats.find(CLI::detail::to_lower(text));
-        if (found != formats.end()) {
-          text = std::to_string(static_cast<int>(found->second));
-          return {};
-        }
-        std::string problem = "there is no format " + text + "; take one of";
-        for (const auto& [name, format] : formats) problem += ' ' + name;
-        return problem;
-      },
-      "FORMAT");
-}
+// Positional arguments name themselves.
+constexpr const char* kNothingMore = "";
 
 constexpr const char* kDeviceHelp =
     "A device description, a device URI or a queue; without one there is no device";
@@ -43,24 +30,32 @@ constexpr const char* kDeviceHelp =
 constexpr const char* kPlugInHelp = "A plug-in bundle to load; may be repeated";
 
 void addSetting(CLI::App& command, SettingArguments& setting) {
-  command.add_option("--device", setting.device, kDeviceHelp);
-  command.add_option("--input", setting.input, "Input parameters, a property list");
-  command.add_option("--plugin", setting.plugIns, kPlugInHelp)->allow_extra_args(false);
+  command.add_option("--device", setting.device, kDeviceHelp)->type_name("DEVICE");
+  command.add_option("--input", setting.input, "Input parameters, a property list")
+      ->type_name("FILE");
+  command.add_option("--plugin", setting.plugIns, kPlugInHelp)
+      ->type_name("BUNDLE")
+      ->allow_extra_args(false);
 }
 
 void addEval(CLI::App& eval, EvalArguments& arguments) {
   eval.add_option("TEMPLATE", arguments.setting.configurationTemplate,
-                  "The template, a property list");
-  eval.add_option("KEY", arguments.keys, "The values to compute; all when none is named");
+                  "The template, a property list")
+      ->type_name(kNothingMore);
+  eval.add_option("KEY", arguments.keys, "The values to compute; all when none is named")
+      ->type_name(kNothingMore);
   eval.add_option("--template", arguments.setting.configurationTemplate,
-                  "The template, for an --expression that uses its constants, macros and values");
-  eval.add_option("--expression", arguments.expression, "Compute this instead of a key's value");
-  eval.add_option("--service", arguments.service, "The status service that the expression asks");
+                  "The template, for an --expression that uses its constants, macros and values")
+      ->type_name("FILE");
+  eval.add_option("--expression", arguments.expression, "Compute this instead of a key's value")
+      ->type_name("EXPR");
+  eval.add_option("--service", arguments.service, "The status service that the expression asks")
+      ->type_name("NAME");
   addSetting(eval, arguments.setting);
-  const std::map<std::string, ReportFormat> formats{{"text", ReportFormat::Text},
-                                                    {"json", ReportFormat::JSON},
-                                                    {"plist", ReportFormat::PropertyList}};
-  eval.add_option("--format", arguments.format, "text, json or plist")->transform(oneOf(formats));
+  addFormatOption(eval, arguments.format, "text, json or plist",
+                  {{"text", ReportFormat::Text},
+                   {"json", ReportFormat::JSON},
+                   {"plist", ReportFormat::PropertyList}});
   eval.add_flag("--strict", arguments.strict, "Exit with status 1 when a value has an error");
   eval.footer(
       "Examples:\n"
@@ -74,8 +69,10 @@ void addEval(CLI::App& eval, EvalArguments& arguments) {
 
 void addRepl(CLI::App& repl, ReplArguments& arguments) {
   repl.add_option("TEMPLATE", arguments.setting.configurationTemplate,
-                  "The template, a property list; without one there are no values and macros");
-  repl.add_option("--service", arguments.service, "The status service that expressions ask");
+                  "The template, a property list; without one there are no values and macros")
+      ->type_name(kNothingMore);
+  repl.add_option("--service", arguments.service, "The status service that expressions ask")
+      ->type_name("NAME");
   addSetting(repl, arguments.setting);
   repl.add_flag("--strict", arguments.strict, "Exit with status 1 when a line has an error");
   repl.footer(
@@ -90,15 +87,14 @@ void addRepl(CLI::App& repl, ReplArguments& arguments) {
 }
 
 void addDevice(CLI::App& device, DeviceArguments& arguments) {
-  device.add_option("DEVICE", arguments.device,
-                    "A device description, a device URI or a queue; without one, what there is is "
-                    "listed");
-  const std::map<std::string, DeviceFormat> formats{{"text", DeviceFormat::Text},
-                                                    {"plist", DeviceFormat::PropertyList}};
   device
-      .add_option("--format", arguments.format,
-                  "text, or plist for a device description that --device takes")
-      ->transform(oneOf(formats));
+      .add_option("DEVICE", arguments.device,
+                  "A device description, a device URI or a queue; without one, what there is is "
+                  "listed")
+      ->type_name(kNothingMore);
+  addFormatOption(device, arguments.format,
+                  "text, or plist for a device description that --device takes",
+                  {{"text", DeviceFormat::Text}, {"plist", DeviceFormat::PropertyList}});
   device.footer(
       "A real device is asked through the backend that CUPS has for its URI. Nothing is printed.\n"
       "Examples:\n"
@@ -108,18 +104,24 @@ void addDevice(CLI::App& device, DeviceArguments& arguments) {
 }
 
 void addCheck(CLI::App& check, CheckArguments& arguments) {
-  check.add_option("TEMPLATE", arguments.templates, "The templates, property lists")->required();
-  check.add_option("--input", arguments.input,
-                   "Input parameters, a property list; without it any name is one");
-  check.add_option("--plugin", arguments.plugIns, kPlugInHelp)->allow_extra_args(false);
+  check.add_option("TEMPLATE", arguments.templates, "The templates, property lists")
+      ->type_name(kNothingMore)
+      ->required();
+  check
+      .add_option("--input", arguments.input,
+                  "Input parameters, a property list; without it any name is one")
+      ->type_name("FILE");
+  check.add_option("--plugin", arguments.plugIns, kPlugInHelp)
+      ->type_name("BUNDLE")
+      ->allow_extra_args(false);
   check
       .add_option("--key", arguments.keys,
                   "A value that somebody asks for; may be repeated. Values that none of them uses "
                   "are reported")
+      ->type_name("KEY")
       ->allow_extra_args(false);
-  const std::map<std::string, CheckFormat> formats{{"text", CheckFormat::Text},
-                                                   {"json", CheckFormat::JSON}};
-  check.add_option("--format", arguments.format, "text or json")->transform(oneOf(formats));
+  addFormatOption(check, arguments.format, "text or json",
+                  {{"text", CheckFormat::Text}, {"json", CheckFormat::JSON}});
   check.footer(
       "Examples:\n"
       "  admtemplate check ink.plist\n"
@@ -170,12 +172,7 @@ int run(int argc, char** argv) {
   } else {
     for (const Command& command : commands) app.add_subcommand(command.name, command.help);
   }
-  if (chosen == nullptr && !named.empty() && !named.starts_with('-')) {
-    std::cerr << "admtemplate: there is no command " << named << "; take one of";
-    for (const Command& command : commands) std::cerr << ' ' << command.name;
-    std::cerr << '\n';
-    return kUnusable;
-  }
+  app.failure_message(explainArguments);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

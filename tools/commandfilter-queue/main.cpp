@@ -1,11 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
-#include <map>
 #include <string>
 
 #include "Actions.h"
+#include "FormatOption.h"
 #include "ToolError.h"
+#include "WrongArguments.h"
 
 namespace {
 
@@ -16,10 +17,14 @@ constexpr const char* kEnd =
     "3 the scheduler does not answer or failed, 4 the scheduler does not permit it.";
 
 void addInstallation(CLI::App* command, Arguments& arguments) {
-  command->add_option("--application", arguments.application,
-                      "CommandFilter.app; the installed one when it is not named");
-  command->add_option("--user", arguments.filterUser,
-                      "The user as whom the scheduler runs filters (default: lp)");
+  command
+      ->add_option("--application", arguments.application,
+                   "CommandFilter.app; the installed one when it is not named")
+      ->type_name("FOLDER");
+  command
+      ->add_option("--user", arguments.filterUser,
+                   "The user as whom the scheduler runs filters (default: lp)")
+      ->type_name("USER");
 }
 
 int run(int argc, char** argv) {
@@ -27,21 +32,23 @@ int run(int argc, char** argv) {
   app.set_help_flag("--help", "Print this and exit");
   app.footer(kEnd);
   app.require_subcommand(1);
+  app.failure_message(explainArguments);
   Arguments arguments;
-  app.add_option("-h", arguments.server, "The scheduler: HOST, HOST:PORT or the path of a socket");
-  app.add_option("-U", arguments.user, "The user to be known as");
+  app.add_option("-h", arguments.server, "The scheduler: HOST, HOST:PORT or the path of a socket")
+      ->type_name("SERVER");
+  app.add_option("-U", arguments.user, "The user to be known as")->type_name("USER");
   CLI::App* attachCommand = app.add_subcommand("attach", "Send command files through the filter");
-  attachCommand->add_option("QUEUE", arguments.queues, "The queues")->required();
+  attachCommand->add_option("QUEUE", arguments.queues, "The queues")->type_name("")->required();
   addInstallation(attachCommand, arguments);
   CLI::App* detachCommand = app.add_subcommand("detach", "Take that back");
-  auto* named = detachCommand->add_option("QUEUE", arguments.queues, "The queues");
+  auto* named = detachCommand->add_option("QUEUE", arguments.queues, "The queues")->type_name("");
   detachCommand->add_flag("--all", arguments.all, "Each queue that is attached")->excludes(named);
   CLI::App* statusCommand = app.add_subcommand("status", "Tell how things are");
-  statusCommand->add_option("QUEUE", arguments.queues, "The queues; all when none is named");
+  statusCommand->add_option("QUEUE", arguments.queues, "The queues; all when none is named")
+      ->type_name("");
   addInstallation(statusCommand, arguments);
-  const std::map<std::string, bool> formats{{"text", false}, {"json", true}};
-  statusCommand->add_option("--format", arguments.json, "text or json")
-      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description("FORMAT"));
+  addFormatOption(*statusCommand, arguments.json, "text or json",
+                  {{"text", false}, {"json", true}});
   for (CLI::App* command : {attachCommand, detachCommand, statusCommand}) command->fallthrough();
   try {
     app.parse(argc, argv);

@@ -220,14 +220,16 @@ TEST_F(QueueTool, RefusesWhatCannotBeAttached) {
 }
 
 TEST_F(QueueTool, RefusesArgumentsThatMakeNoSense) {
-  expectRefusal({}, 2, "subcommand");
-  expectRefusal({"attach"}, 2, "QUEUE");
+  expectRefusal({}, 2, "commandfilter-queue: name a command; take one of attach detach status\n");
+  expectRefusal({"attach"}, 2, "attach: QUEUE is required; see commandfilter-queue attach --help");
   expectRefusal({"detach"}, 2, "name a queue, or say --all");
   expectRefusal({"detach", "--all", "q"}, 2, "--all");
-  expectRefusal({"status", "--format", "yaml"}, 2, "--format");
+  expectRefusal({"status", "--format", "yaml"}, 2,
+                "there is no format yaml; take one of json text");
   expectRefusal({"status", "--user", "no-such-user"}, 2, "there is no such user");
   expectRefusal({"status", "--application", "/nowhere"}, 2, "name CommandFilter.app");
-  expectRefusal({"frobnicate"}, 2, "subcommand");
+  expectRefusal({"frobnicate"}, 2,
+                "commandfilter-queue: there is no command frobnicate; take one of");
 }
 
 TEST_F(QueueTool, SaysThatNoSchedulerAnswers) {
