@@ -129,6 +129,13 @@ TEST_F(AdmtemplateEval, PrintsAPropertyListThatItCanRead) {
   EXPECT_EQ(again.output, "Printer M1\n");
 }
 
+TEST_F(AdmtemplateEval, TakesAllWordsForKeysWhenAnOptionNamesTheTemplate) {
+  EXPECT_EQ(eval({"--template", template_, "List", "Model", "--device", device_}).output,
+            "List = (\n    1,\n    1\n)\nModel = Printer M1\n");
+  EXPECT_EQ(eval({"List", "--template", template_}).output, "List = (\n    1,\n    1\n)\n");
+  expectRefusal({input_, "--template", template_, "--expression", "1"}, "exclude each other");
+}
+
 TEST_F(AdmtemplateEval, EvaluatesOneExpression) {
   EXPECT_EQ(eval({"--expression", "1 + 2"}).output, "12\n");
   EXPECT_EQ(eval({"--expression", "_Double(5)", "--template", template_}).output, "55\n");

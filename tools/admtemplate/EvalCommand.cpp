@@ -1,6 +1,7 @@
 #include "EvalCommand.h"
 
 #include <ostream>
+#include <utility>
 
 #include "Evaluation.h"
 #include "MissingNotes.h"
@@ -10,6 +11,14 @@
 namespace commandfilter::tools {
 
 namespace {
+
+EvalArguments arranged(EvalArguments arguments) {
+  if (!arguments.namedTemplate) return arguments;
+  std::optional<std::string>& place = arguments.setting.configurationTemplate;
+  if (place) arguments.keys.insert(arguments.keys.begin(), *place);
+  place = std::exchange(arguments.namedTemplate, std::nullopt);
+  return arguments;
+}
 
 void requireSense(const EvalArguments& arguments) {
   if (!arguments.setting.configurationTemplate && !arguments.expression) {
@@ -48,7 +57,8 @@ void noteBrokenOff(const Outcome& outcome, const EvalArguments& arguments, std::
 
 }  // namespace
 
-int runEval(const EvalArguments& arguments, std::ostream& report, std::ostream& messages) {
+int runEval(const EvalArguments& given, std::ostream& report, std::ostream& messages) {
+  const EvalArguments arguments = arranged(given);
   requireSense(arguments);
   const Setting setting = loadSetting(arguments.setting);
   const Question& question = setting.question;

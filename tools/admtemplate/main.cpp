@@ -44,8 +44,9 @@ void addEval(CLI::App& eval, EvalArguments& arguments) {
       ->type_name(kNothingMore);
   eval.add_option("KEY", arguments.keys, "The values to compute; all when none is named")
       ->type_name(kNothingMore);
-  eval.add_option("--template", arguments.setting.configurationTemplate,
-                  "The template, for an --expression that uses its constants, macros and values")
+  eval.add_option(
+          "--template", arguments.namedTemplate,
+          "The template, named apart from the keys; for an --expression too, which uses its values")
       ->type_name("FILE");
   eval.add_option("--expression", arguments.expression, "Compute this instead of a key's value")
       ->type_name("EXPR");
