@@ -91,7 +91,8 @@ TEST_P(AdmtemplateBadFiles, AreNoPropertyLists) {
   expectRefusal(std::string_view(""), "is no property list");
   expectRefusal(std::string_view("{ Name = 1; }"), "is no property list");
   expectRefusal(std::string_view("bplist00"), "");
-  expectRefusal(std::string_view("\xFF\xFE<plist>"), "neither UTF-8 text nor a binary list");
+  expectRefusal(std::string_view("\xFF\xFE<plist>"),
+                "neither UTF-8 text nor a binary list; save it in UTF-8");
   expectRefusal(std::string_view("<plist><array/></plist>"), "dict");
 }
 

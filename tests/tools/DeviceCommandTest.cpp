@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include "Admtemplate.h"
@@ -187,6 +188,18 @@ TEST_F(DeviceCommand, NamesTheFileThePlaceAndTheRemedyOfABrokenDescription) {
   writeFile(device_, "<plist><dict><key>StatusServices</key><array/></dict></plist>");
   EXPECT_EQ(runAdmtemplate({"device", device_}).errors,
             "admtemplate: device " + device_ + ": StatusServices is not a dictionary\n");
+  EXPECT_EQ(runAdmtemplate({"device", "simulated://x"}).errors,
+            "admtemplate: device simulated://x: names no file: write "
+            "simulated:///path/of/the/description\n");
+}
+
+TEST_F(DeviceCommand, SaysWhenAPathCannotBeFollowed) {
+  // A link to itself cannot be followed by root either.
+  std::filesystem::create_symlink(saved_, saved_);
+  const ChildResult result = runAdmtemplate({"device", saved_});
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_EQ(result.errors, "admtemplate: device " + saved_ +
+                               ": cannot be opened: Too many levels of symbolic links\n");
 }
 
 TEST_F(DeviceCommand, SaysWhatCanBeNamedWithoutAScheduler) {

@@ -107,6 +107,7 @@ Place placeOf(const std::string& device) {
     return {std::string(kSimulated) + escaped(file), std::move(file), ""};
   }
   if (device.find(':') != std::string::npos) return {device, "", ""};
+  if (error) throw UsageError("device " + device + ": cannot be opened: " + error.message());
   constexpr std::string_view kRemedy =
       "; name a device description, a device URI or a queue, which \"admtemplate device\" lists";
   const std::string what = "device " + device + ": there is no such file";
@@ -115,9 +116,11 @@ Place placeOf(const std::string& device) {
   throw UsageError(what + " and no such queue" + std::string(kRemedy));
 }
 
-// Why a device does not resolve. The file was named already.
-std::string explained(std::string reason, const std::string& file) {
-  if (!file.empty() && reason.starts_with(file + ": ")) reason.erase(0, file.size() + 2);
+// Why a device does not resolve. Its file or URI was named already.
+std::string explained(std::string reason, const Place& place) {
+  for (const std::string& name : {place.file + ": ", place.uri + " "}) {
+    if (reason.starts_with(name)) reason.erase(0, name.size());
+  }
   return withRemedy(reason);
 }
 
@@ -171,7 +174,7 @@ Device Device::open(const std::string& name) {
   const Ref<Resolution> resolution = Resolution::create();
   resolution->run(*info);
   if (!resolution->reason().empty()) {
-    throw UsageError("device " + name + ": " + explained(resolution->reason(), place.file));
+    throw UsageError("device " + name + ": " + explained(resolution->reason(), place));
   }
   return {name, std::move(backend), Ref<ADMServiceInfo>(*info), !place.uri.starts_with(kSimulated)};
 }

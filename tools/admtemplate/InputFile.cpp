@@ -10,7 +10,8 @@
 namespace commandfilter::tools {
 
 std::string withRemedy(const std::string& reason) {
-  return reason.starts_with("line ") ? reason + "; repair the XML there" : reason;
+  if (reason.starts_with("line ")) return reason + "; repair the XML there";
+  return reason.find("UTF-8") != std::string::npos ? reason + "; save it in UTF-8" : reason;
 }
 
 InputFile openInputFile(const std::string& path, std::string_view what) {
