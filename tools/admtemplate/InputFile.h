@@ -21,8 +21,8 @@ struct InputFile {
 /// is broken XML.
 [[nodiscard]] InputFile openInputFile(const std::string& path, std::string_view what);
 
-/// The reason why a file is no property list, with what is to be done when it is broken XML, or text
-/// that is not in UTF-8.
+/// The reason why a file is no property list, with what is to be done when it is broken XML, or
+/// text that is not in UTF-8.
 [[nodiscard]] std::string withRemedy(const std::string& reason);
 
 /// The dictionary alone.
