@@ -151,6 +151,18 @@ TEST(ErrorPlaces, AreUnknownForAnExpressionWithoutATree) {
   EXPECT_EQ(placeOfError(*context).expression, "1 2");
 }
 
+TEST(ErrorPlaces, AreKnownWhenTheEvaluationIsBrokenOff) {
+  constexpr std::string_view kExpression = R"((1 lt "x") + _Sort(_Array(1, "a"), @element))";
+  const Ref<TestContext> context = TestContext::create();
+  EXPECT_NE(reasonOf([&] { static_cast<void>(evaluate(kExpression, context)); }), "");
+  EXPECT_EQ(placeOfError(*context).text, "lt");
+  EXPECT_EQ(placeOfError(*context).expression, kExpression);
+  // Beside the error of before.
+  constexpr std::string_view kNext = R"((2 lt "x") + _Sort(_Array(1, "a"), @element))";
+  EXPECT_NE(reasonOf([&] { static_cast<void>(evaluate(kNext, context)); }), "");
+  EXPECT_EQ(placeOfError(*context).expression, kNext);
+}
+
 TEST(ErrorPlaces, OfAMacroAreInTheMacro) {
   const Ref<TestContext> context = TestContext::create(
       {}, Value(), macrosOf({{"Inner", "1 + (@arg0 lt 1)"}, {"Outer", "_Inner(@arg0) + 1"}}));
