@@ -35,25 +35,6 @@ class ErrorWatch {
   RefPtr<ADMEvaluationError> before_;
 };
 
-// Tells the error of an evaluation which expression it belongs to, also when the evaluation is
-// broken off.
-class ErrorNote {
- public:
-  ErrorNote(const ADMEvaluationContext& context, const Ref<String>& expression) noexcept
-      : context_(context), expression_(expression) {}
-  ErrorNote(const ErrorNote&) = delete;
-  ErrorNote& operator=(const ErrorNote&) = delete;
-  ~ErrorNote() {
-    if (ADMEvaluationError* error = context_.recordedError()) [[unlikely]] {
-      error->noteExpression(expression_);
-    }
-  }
-
- private:
-  const ADMEvaluationContext& context_;
-  const Ref<String>& expression_;
-};
-
 // One compilation: an operand stack, and a stack of operators that wait for their right operand.
 // Operators are tokens until they have their operands, and braces never become more.
 class Compilation {
@@ -202,8 +183,19 @@ void ADMEvaluationProcessor::compile() {
 Value ADMEvaluationProcessor::executeWithContext(ADMEvaluationContext& context) const {
   // Only beside an older error does a new one have to be told from it.
   if (!rootItem_ || context.recordedError() != nullptr) return executeBesideError(context);
-  const ErrorNote note(context, expressionString_);
-  return rootItem_->evaluate(context);
+  const auto noteExpression = [&] {
+    if (ADMEvaluationError* error = context.recordedError()) [[unlikely]] {
+      error->noteExpression(expressionString_);
+    }
+  };
+  try {
+    Value result = rootItem_->evaluate(context);
+    noteExpression();
+    return result;
+  } catch (...) {
+    noteExpression();
+    throw;
+  }
 }
 
 // Apart from the usual case, which would make room for it whenever it begins.
