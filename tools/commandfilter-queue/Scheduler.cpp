@@ -1,6 +1,5 @@
 #include "Scheduler.h"
 
-#include <cups/cups.h>
 #include <cups/ppd.h>
 #include <unistd.h>
 

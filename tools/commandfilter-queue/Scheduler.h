@@ -1,7 +1,7 @@
 // The scheduler's queues, through libcups.
 #pragma once
 
-#include <cups/ipp.h>
+#include <cups/cups.h>
 
 #include <memory>
 #include <optional>

@@ -31,6 +31,7 @@ inline constexpr std::array kPromptCommands{
 /// Their names.
 [[nodiscard]] inline std::vector<std::string> commandWords() {
   std::vector<std::string> words;
+  words.reserve(kPromptCommands.size());
   for (const PromptCommand& command : kPromptCommands) words.emplace_back(command.name);
   return words;
 }
