@@ -30,7 +30,7 @@ constexpr int kOK = CUPS_SC_STATUS_OK;
 constexpr double kShort = 0.02;
 constexpr double kLong = 60;
 
-const std::string kDeviceID = "MFG:Acme;MDL:M1;CMD:PCL,LDL;";
+const std::string kAnsweredDeviceID = "MFG:Acme;MDL:M1;CMD:PCL,LDL;";
 
 // A backend on the side channel of this process.
 class BackendDouble : public testing::BackendDouble {
@@ -132,13 +132,13 @@ TEST(CupsSideChannel, TimesOutWithoutABackendAndLives) {
 TEST(CupsSideChannel, DropsAnswersThatCameBeforeTheQuestion) {
   runInChild([] {
     BackendDouble backend(
-        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kAnsweredDeviceID); });
     backend.send(kGetState, kOK, "x");
     backend.send(kGetDeviceID, kOK, "MFG:Old;");
     backend.sendRaw(std::string("\x04\x01\x7F", 3));
     const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
-    EXPECT_EQ(answer.bytes, kDeviceID);
+    EXPECT_EQ(answer.bytes, kAnsweredDeviceID);
   });
 }
 
@@ -147,11 +147,11 @@ TEST(CupsSideChannel, ReadsOnPastLateAnswersToOtherCommands) {
     BackendDouble backend([](testing::BackendDouble& self, int) {
       self.send(kGetState, kOK, "x");
       self.send(CUPS_SC_CMD_SNMP_GET, kOK, std::string(3000, 'y'));
-      self.send(kGetDeviceID, kOK, kDeviceID);
+      self.send(kGetDeviceID, kOK, kAnsweredDeviceID);
     });
     const Reply answer = request();
     EXPECT_EQ(answer.status, Status::OK);
-    EXPECT_EQ(answer.bytes, kDeviceID);
+    EXPECT_EQ(answer.bytes, kAnsweredDeviceID);
     EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
   });
 }
@@ -159,7 +159,7 @@ TEST(CupsSideChannel, ReadsOnPastLateAnswersToOtherCommands) {
 TEST(CupsSideChannel, TakesNoLateAnswerForItsOwn) {
   runInChild([] {
     BackendDouble backend(
-        [](testing::BackendDouble& self, int) { self.send(kGetState, kOK, kDeviceID); });
+        [](testing::BackendDouble& self, int) { self.send(kGetState, kOK, kAnsweredDeviceID); });
     const Reply answer = request(kShort);
     EXPECT_EQ(answer.status, Status::BadMessage);
     EXPECT_EQ(answer.length, 0);
@@ -176,7 +176,7 @@ TEST(CupsSideChannel, WaitsNoLongerForALateAnswerToAnother) {
       pause();
       self.send(kGetState, kOK, "x");
       pause();
-      self.send(kGetDeviceID, kOK, kDeviceID);
+      self.send(kGetDeviceID, kOK, kAnsweredDeviceID);
     });
     EXPECT_NE(request(kTimeout).status, Status::OK);
   });
@@ -234,26 +234,26 @@ TEST(CupsSideChannel, GivesADeviceAnAnswerThatComesAfterItsRequestWasGivenUp) {
   runInChild([] {
     BackendDouble backend([](testing::BackendDouble& self, int before) {
       // The first request is answered while the second waits.
-      if (before == 1) self.send(kGetDeviceID, kOK, kDeviceID);
+      if (before == 1) self.send(kGetDeviceID, kOK, kAnsweredDeviceID);
     });
     std::vector<double> timeouts;
     const auto device = ADMCUPSSideChannelDevice::deviceFromInfo_sideChannel(
         nullptr, std::make_unique<FastSideChannel>(timeouts));
     const RefPtr<String> identifier = device->newRetrievedDeviceIDWithTimeout(10);
-    EXPECT_EQ(textOf(identifier.get()), kDeviceID);
+    EXPECT_EQ(textOf(identifier.get()), kAnsweredDeviceID);
   });
 }
 
 TEST(CupsSideChannel, NeedsOneRoundTripForADeviceThatAnswers) {
   runInChild([] {
     BackendDouble backend(
-        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kDeviceID); });
+        [](testing::BackendDouble& self, int) { self.send(kGetDeviceID, kOK, kAnsweredDeviceID); });
     const RefPtr<IDMDevice> device =
         ADMCUPSSideChannelDevice::initFromInfo_withHandler(nullptr, {});
     ASSERT_TRUE(device);
     EXPECT_TRUE(device->isReachable());
     const RefPtr<String> identifier = device->newRetrievedDeviceIDWithTimeout(10);
-    EXPECT_EQ(textOf(identifier.get()), kDeviceID);
+    EXPECT_EQ(textOf(identifier.get()), kAnsweredDeviceID);
     EXPECT_EQ(backend.finish(), std::string(1, kGetDeviceID));
   });
 }

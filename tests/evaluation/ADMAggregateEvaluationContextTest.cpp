@@ -10,15 +10,15 @@
 namespace commandfilter::testing {
 namespace {
 
-Ref<ADMAggregateEvaluationContext> contextOver(Value list, Value initialValue,
-                                               const Ref<ADMEvaluationContext>& parent) {
+Ref<ADMAggregateEvaluationContext> aggregateContextOver(Value list, Value initialValue,
+                                                        const Ref<ADMEvaluationContext>& parent) {
   return ADMAggregateEvaluationContext::
       initWithParentContext_globalConfiguration_elementsList_initialValue(
           parent, nullptr, std::move(list), std::move(initialValue));
 }
 
-Ref<ADMAggregateEvaluationContext> contextOver(Value list, Value initialValue = Value()) {
-  return contextOver(std::move(list), std::move(initialValue), TestContext::create());
+Ref<ADMAggregateEvaluationContext> aggregateContextOver(Value list, Value initialValue = Value()) {
+  return aggregateContextOver(std::move(list), std::move(initialValue), TestContext::create());
 }
 
 std::string at(std::string_view expression, const Ref<ADMAggregateEvaluationContext>& context) {
@@ -27,7 +27,7 @@ std::string at(std::string_view expression, const Ref<ADMAggregateEvaluationCont
 
 TEST(AggregateContext, KnowsElementIndexAndAccumulator) {
   const Ref<ADMAggregateEvaluationContext> context =
-      contextOver(arrayOf({Value::null(), numberOf(5)}), stringOf("start"));
+      aggregateContextOver(arrayOf({Value::null(), numberOf(5)}), stringOf("start"));
   EXPECT_EQ(at("_Array(@element, @index, @initial)", context), R"([<null>, 0Q, "start"])");
   EXPECT_TRUE(context->element().isNull());
   EXPECT_TRUE(context->iterateNext());
@@ -41,12 +41,12 @@ TEST(AggregateContext, LeavesEveryOtherNameToItsParent) {
   const Ref<TestContext> parent = TestContext::create(
       {{"identifier", stringOf("the parent's")}, {"true", stringOf("its truth")}});
   const Ref<ADMAggregateEvaluationContext> context =
-      contextOver(arrayOf({numberOf(1)}), Value(), parent);
+      aggregateContextOver(arrayOf({numberOf(1)}), Value(), parent);
   EXPECT_EQ(at("@identifier", context), R"("the parent's")");
   EXPECT_EQ(at("@true", context), R"("its truth")");
   EXPECT_EQ(at("@unknown", context), "nil");
   const Ref<ADMAggregateEvaluationContext> inner =
-      contextOver(arrayOf({numberOf(2)}), numberOf(3), context);
+      aggregateContextOver(arrayOf({numberOf(2)}), numberOf(3), context);
   EXPECT_EQ(at("_Array(@element, @initial, @identifier)", inner), R"([2q, 3q, "the parent's"])");
 }
 
@@ -54,7 +54,7 @@ TEST(AggregateContext, AsksTheServiceBeforeItsParent) {
   const Ref<TestContext> parent =
       TestContext::create({{"state", stringOf("the parent's")}}, TestService::create());
   const Ref<ADMAggregateEvaluationContext> context =
-      contextOver(arrayOf({stringOf("x")}), Value(), parent);
+      aggregateContextOver(arrayOf({stringOf("x")}), Value(), parent);
   EXPECT_EQ(at("_Array(@state, @levelOf:)", context), R"(["ready", "level of x"])");
   EXPECT_EQ(shown(evaluate("@state", parent)), R"("the parent's")");
 }
@@ -62,7 +62,7 @@ TEST(AggregateContext, AsksTheServiceBeforeItsParent) {
 TEST(AggregateContext, KeepsErrorsToItself) {
   const Ref<TestContext> parent = TestContext::create();
   const Ref<ADMAggregateEvaluationContext> context =
-      contextOver(arrayOf({numberOf(1)}), Value(), parent);
+      aggregateContextOver(arrayOf({numberOf(1)}), Value(), parent);
   EXPECT_EQ(at("1 lt @nil", context), "nil");
   EXPECT_EQ(errorOf(*context), "2: Incorrect types for comparison operation");
   EXPECT_EQ(parent->lastError(), nullptr);
@@ -70,7 +70,8 @@ TEST(AggregateContext, KeepsErrorsToItself) {
 
 TEST(AggregateContext, ReportsANameThatNoSelectorCanBeMadeOfToItsParent) {
   const Ref<TestContext> parent = TestContext::create();
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(arrayOf({}), Value(), parent);
+  const Ref<ADMAggregateEvaluationContext> context =
+      aggregateContextOver(arrayOf({}), Value(), parent);
   const EvaluationName name = EvaluationName::ofSymbol(String::create(std::string("\0", 1)));
   EXPECT_TRUE(context->processSelector(name).isNil());
   EXPECT_EQ(context->lastError(), nullptr);
@@ -95,7 +96,7 @@ class NoKey final : public Object {
 // The accumulator is a text that a step may extend in place: nobody may notice.
 
 TEST(AggregateContext, ExtendsItsTextInPlace) {
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+  const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
   context->setInitialValue(String::create("a"));
   const Object* text = context->initialValue().object();
   for (int step = 0; step < 3; ++step) {
@@ -107,7 +108,7 @@ TEST(AggregateContext, ExtendsItsTextInPlace) {
 }
 
 TEST(AggregateContext, KeepsItsTextUntilTheNextIsSet) {
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+  const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
   context->setInitialValue(String::create("text"));
   EXPECT_EQ(at(R"(@initial + " and more")", context), R"("text and more")");
   EXPECT_EQ(shown(context->initialValue()), R"("text")");
@@ -120,12 +121,12 @@ TEST(AggregateContext, GivesEveryNamingOfItsTextTheSameValue) {
        {R"((@initial + "a") + @initial)", R"(@initial + ("a" + @initial))",
         R"((@initial + "a") + (@initial + ""))", R"((@initial ~ "a") ~ (@initial ~ ""))",
         R"(_GetItem(_Array(@initial + "a"), 0) + @initial)"}) {
-    const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+    const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
     context->setInitialValue(String::create("x"));
     EXPECT_EQ(at(step, context), R"("xax")") << step;
     EXPECT_EQ(shown(context->initialValue()), R"("x")") << step;
   }
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+  const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
   context->setInitialValue(String::create("x"));
   EXPECT_EQ(at(R"(_Array(@initial + "a", @initial, @initial + "b", @initial))", context),
             R"(["xa", "x", "xb", "x"])");
@@ -134,7 +135,7 @@ TEST(AggregateContext, GivesEveryNamingOfItsTextTheSameValue) {
 
 TEST(AggregateContext, DoesNotExtendATextThatOthersHold) {
   const Value start = stringOf("start");
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), start);
+  const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1), start);
   const Value result = evaluate(R"(@initial + "!")", context);
   EXPECT_EQ(shown(result), R"("start!")");
   EXPECT_EQ(shown(start), R"("start")");
@@ -146,7 +147,7 @@ TEST(AggregateContext, KeepsItsTextWhenTheStepFails) {
   for (const std::string_view step :
        {R"(@initial + "a" + (1 lt @nil))", R"((@initial + "a") ~ (1 lt @nil))",
         R"(@initial + "a" + (1 eq 1))", R"(@initial + "a" eq (1 lt @nil))"}) {
-    const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+    const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
     context->setInitialValue(String::create("x"));
     static_cast<void>(evaluate(step, context));
     EXPECT_NE(context->lastError(), nullptr) << step;
@@ -157,7 +158,8 @@ TEST(AggregateContext, KeepsItsTextWhenTheStepFails) {
 TEST(AggregateContext, KeepsItsTextWhenADescriptionIsTooDeep) {
   const Ref<TestContext> parent =
       TestContext::create({{"deep", nestedArrays(kDescriptionDepth + 1, numberOf(1))}});
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), Value(), parent);
+  const Ref<ADMAggregateEvaluationContext> context =
+      aggregateContextOver(rangeOf(1), Value(), parent);
   context->setInitialValue(String::create("x"));
   EXPECT_NE(reasonOf([&] { static_cast<void>(evaluate(R"(@initial + "a" + @deep)", context)); }),
             "");
@@ -196,7 +198,7 @@ TEST(AggregateContext, KeepsItsDictionaryWhenAKeyIsNone) {
 }
 
 TEST(AggregateContext, AppendsDescriptions) {
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1));
+  const Ref<ADMAggregateEvaluationContext> context = aggregateContextOver(rangeOf(1));
   context->setInitialValue(String::create("x"));
   EXPECT_EQ(at("@initial + _Array(1) + 2 + @nil", context), R"("x(
     1

@@ -9,7 +9,7 @@
 namespace commandfilter::testing {
 namespace {
 
-Ref<ADMArrayEvaluationContext> contextOver(Value list, Value service = Value()) {
+Ref<ADMArrayEvaluationContext> arrayContextOver(Value list, Value service = Value()) {
   return ADMArrayEvaluationContext::initWithStatusService_globalConfiguration_elementsList(
       std::move(service), nullptr, std::move(list));
 }
@@ -20,7 +20,7 @@ std::string at(std::string_view expression, const Ref<ADMArrayEvaluationContext>
 
 TEST(ArrayContext, WalksOverItsElements) {
   const Ref<ADMArrayEvaluationContext> context =
-      contextOver(arrayOf({stringOf("a"), Value::null(), stringOf("c")}));
+      arrayContextOver(arrayOf({stringOf("a"), Value::null(), stringOf("c")}));
   EXPECT_FALSE(context->endOfIteration());
   EXPECT_EQ(at("_Array(@element, @identifier, @index)", context), R"(["a", "a", 0Q])");
   EXPECT_TRUE(context->iterateNext());
@@ -48,7 +48,7 @@ TEST(ArrayContext, IsMadeByNameWithoutAList) {
 }
 
 TEST(ArrayContext, HasNoElementBehindTheLast) {
-  const Ref<ADMArrayEvaluationContext> context = contextOver(arrayOf({numberOf(1)}));
+  const Ref<ADMArrayEvaluationContext> context = arrayContextOver(arrayOf({numberOf(1)}));
   EXPECT_FALSE(context->iterateNext());
   EXPECT_EQ(at("@element", context), "nil");
   EXPECT_EQ(at("@index", context), "1Q");
@@ -57,7 +57,7 @@ TEST(ArrayContext, HasNoElementBehindTheLast) {
 
 TEST(ArrayContext, IsAtItsEndWithoutElements) {
   for (const Value& list : {Value(), arrayOf({})}) {
-    const Ref<ADMArrayEvaluationContext> context = contextOver(list);
+    const Ref<ADMArrayEvaluationContext> context = arrayContextOver(list);
     EXPECT_TRUE(context->endOfIteration());
     EXPECT_EQ(at("@element", context), "nil");
     EXPECT_EQ(at("@index", context), "0Q");
@@ -65,7 +65,8 @@ TEST(ArrayContext, IsAtItsEndWithoutElements) {
 }
 
 TEST(ArrayContext, StartsAgain) {
-  const Ref<ADMArrayEvaluationContext> context = contextOver(arrayOf({numberOf(1), numberOf(2)}));
+  const Ref<ADMArrayEvaluationContext> context =
+      arrayContextOver(arrayOf({numberOf(1), numberOf(2)}));
   EXPECT_TRUE(context->iterateNext());
   context->resetIteration(Value());
   EXPECT_EQ(at("@element", context), "1q");
@@ -82,7 +83,7 @@ TEST(ArrayContext, StartsAgain) {
 
 TEST(ArrayContext, StartsAgainOverTheListThatItHas) {
   const Value list = arrayOf({numberOf(1), numberOf(2)});
-  const Ref<ADMArrayEvaluationContext> context = contextOver(list);
+  const Ref<ADMArrayEvaluationContext> context = arrayContextOver(list);
   while (context->iterateNext()) {
   }
   context->resetIteration(list);
@@ -93,16 +94,16 @@ TEST(ArrayContext, StartsAgainOverTheListThatItHas) {
 }
 
 TEST(ArrayContext, GetsAListLater) {
-  const Ref<ADMArrayEvaluationContext> context = contextOver(Value());
+  const Ref<ADMArrayEvaluationContext> context = arrayContextOver(Value());
   context->resetIteration(arrayOf({numberOf(5)}));
   EXPECT_FALSE(context->endOfIteration());
   EXPECT_EQ(at("@element", context), "5q");
 }
 
 TEST(ArrayContext, RaisesForAListThatIsNone) {
-  EXPECT_EQ(reasonOf([] { contextOver(stringOf("list")); }), "a range is no array");
+  EXPECT_EQ(reasonOf([] { arrayContextOver(stringOf("list")); }), "a range is no array");
   const Ref<ADMArrayEvaluationContext> context =
-      contextOver(dictionaryOf({{stringOf("a"), numberOf(1)}}));
+      arrayContextOver(dictionaryOf({{stringOf("a"), numberOf(1)}}));
   EXPECT_FALSE(context->endOfIteration());
   EXPECT_EQ(reasonOf([&context] { static_cast<void>(evaluate("@element", context)); }),
             "a dictionary has no element at an index");
@@ -111,7 +112,7 @@ TEST(ArrayContext, RaisesForAListThatIsNone) {
 
 TEST(ArrayContext, AsksTheServiceAboutTheElement) {
   const Ref<ADMArrayEvaluationContext> context =
-      contextOver(arrayOf({stringOf("Black")}), TestService::create());
+      arrayContextOver(arrayOf({stringOf("Black")}), TestService::create());
   EXPECT_EQ(at("@levelOf:", context), R"("level of Black")");
   EXPECT_EQ(at("@state", context), R"("ready")");
   EXPECT_EQ(at("@unknown", context), "nil");

@@ -18,7 +18,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kInvalid = "2: Invalid args in CallMethod procedure";
+constexpr const char* kInvalidCall = "2: Invalid args in CallMethod procedure";
 
 class CallMethod : public ::testing::Test {
  protected:
@@ -116,7 +116,7 @@ TEST_F(CallMethod, ConvertsTextsThatKnowTheMethod) {
   EXPECT_EQ(resultWith("echoDouble:", stringOf("2.5")), "2.5d");
   for (const char* method : {"echoBoolean:", "echoSignedChar:", "echoUnsignedChar:", "echoShort:",
                              "echoUnsignedShort:", "echoLong:", "echoUnsignedLong:"}) {
-    EXPECT_EQ(resultWith(method, stringOf("1")), kInvalid) << method;
+    EXPECT_EQ(resultWith(method, stringOf("1")), kInvalidCall) << method;
   }
 }
 
@@ -125,10 +125,10 @@ TEST_F(CallMethod, RefusesArgumentsThatDoNotKnowTheMethod) {
                              "echoUnsignedShort:", "echoInt:", "echoUnsignedInt:", "echoLong:",
                              "echoUnsignedLong:", "echoFloat:", "echoDouble:", "echoText:"}) {
     for (const Value& value : {Value(), Value::null(), arrayOf({}), greeterNamed("Berta")}) {
-      EXPECT_EQ(resultWith(method, value), kInvalid) << method << " " << shown(value);
+      EXPECT_EQ(resultWith(method, value), kInvalidCall) << method << " " << shown(value);
     }
   }
-  EXPECT_EQ(resultWith("echoText:", Number::integer(5)), kInvalid);
+  EXPECT_EQ(resultWith("echoText:", Number::integer(5)), kInvalidCall);
 }
 
 TEST_F(CallMethod, PassesTexts) {
@@ -158,7 +158,7 @@ TEST_F(CallMethod, AsksObjectsForTheNumber) {
   const Ref<ServiceDouble> number = ServiceDouble::create();
   number->answer("charValue", "i", [](const auto&) { return Number::integer(300); });
   EXPECT_EQ(resultWith("echoSignedChar:", number), "44c");
-  EXPECT_EQ(resultWith("echoShort:", number), kInvalid);
+  EXPECT_EQ(resultWith("echoShort:", number), kInvalidCall);
   number->answer("shortValue", stringOf("no number"));
   EXPECT_EQ(resultWith("echoShort:", number), "0s");
 }
@@ -172,15 +172,15 @@ TEST_F(CallMethod, GivesNilForAMethodWithoutResult) {
 TEST_F(CallMethod, PassesSeveralArguments) {
   EXPECT_EQ(resultOfCall(R"("first:second:third:", 1, "2", "3")"), R"([1q, 2i, "3"])");
   EXPECT_EQ(resultOfCall(R"("first:second:third:", @nil, 2, 3)"), "[<null>, 2i, <null>]");
-  EXPECT_EQ(resultOfCall(R"("first:second:third:", 1, 2)"), kInvalid);
-  EXPECT_EQ(resultOfCall(R"("first:second:third:", 1, 2, 3, 4)"), kInvalid);
+  EXPECT_EQ(resultOfCall(R"("first:second:third:", 1, 2)"), kInvalidCall);
+  EXPECT_EQ(resultOfCall(R"("first:second:third:", 1, 2, 3, 4)"), kInvalidCall);
 }
 
 TEST_F(CallMethod, EvaluatesNothingBehindAnArgumentThatDoesNotFit) {
   EXPECT_EQ(resultOn("@target",
                      "_Call(\"name\", \"first:second:third:\"), _Call(\"first\", 1), "
                      "_Call(\"second\", @nil), _Call(\"third\", 3)"),
-            kInvalid);
+            kInvalidCall);
   EXPECT_THAT(context_->calls, ElementsAre("name", "first", "second"));
 }
 
@@ -188,7 +188,8 @@ TEST_F(CallMethod, RefusesTypesThatItDoesNotKnow) {
   const Ref<ServiceDouble> service = ServiceDouble::create();
   service->answer("odd:then:", "@:@", [](const auto&) { return stringOf("called"); });
   setTarget(service);
-  EXPECT_EQ(resultOn("@target", "\"odd:then:\", _Call(\"odd\", 1), _Call(\"then\", 2)"), kInvalid);
+  EXPECT_EQ(resultOn("@target", "\"odd:then:\", _Call(\"odd\", 1), _Call(\"then\", 2)"),
+            kInvalidCall);
   EXPECT_THAT(context_->calls, ElementsAre("odd"));
   EXPECT_THAT(service->calls(), IsEmpty());
 }
@@ -223,8 +224,8 @@ TEST_F(CallMethod, NeedsASignature) {
     }
   };
   setTarget(make<Boaster>());
-  EXPECT_EQ(resultOn("@target", "\"anything\""), kInvalid);
-  EXPECT_EQ(resultOn("@target", "\"anything:\", 1"), kInvalid);
+  EXPECT_EQ(resultOn("@target", "\"anything\""), kInvalidCall);
+  EXPECT_EQ(resultOn("@target", "\"anything:\", 1"), kInvalidCall);
 }
 
 TEST_F(CallMethod, NeedsATargetThatResponds) {
@@ -240,12 +241,12 @@ TEST_F(CallMethod, NeedsATargetThatResponds) {
     }
   };
   setTarget(make<Denier>());
-  EXPECT_EQ(resultOfCall("\"anything\""), kInvalid);
+  EXPECT_EQ(resultOfCall("\"anything\""), kInvalidCall);
 }
 
 TEST_F(CallMethod, NeedsANameThatASelectorCanBeMadeOf) {
   context_->names["name"] = stringOf(std::string_view("name\0x", 6));
-  EXPECT_EQ(resultOfCall("@name"), kInvalid);
+  EXPECT_EQ(resultOfCall("@name"), kInvalidCall);
   EXPECT_EQ(resultOfCall("\"name\""), R"("Anna")");
 }
 
@@ -263,7 +264,7 @@ TEST_F(CallMethod, KeepsAnswersOfAProxy) {
 
 TEST_F(CallMethod, FindsNothingOnAProxyWithoutAService) {
   setTarget(Value());
-  EXPECT_EQ(resultOn("@proxy", "\"state\""), kInvalid);
+  EXPECT_EQ(resultOn("@proxy", "\"state\""), kInvalidCall);
   EXPECT_EQ(resultOn("@proxy", "\"realServiceObject\""), "nil");
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr const char* kInvalid = "2: Invalid args in External procedure";
+constexpr const char* kInvalidExternal = "2: Invalid args in External procedure";
 
 std::vector<std::string>* events = nullptr;
 
@@ -129,13 +129,13 @@ TEST_F(External, RaisesWhenAConformingClassLacksTheMethods) {
 
 TEST_F(External, NeedsANameEvenWhereTheEmptyOneHasAClass) {
   EXPECT_EQ(shown(evaluate(R"(_External("", 5))", context_)), "nil");
-  EXPECT_EQ(errorOf(*context_), kInvalid);
+  EXPECT_EQ(errorOf(*context_), kInvalidExternal);
 }
 
 TEST_F(External, FindsNoClassAfterItIsGone) {
   registration_ = {};
   EXPECT_EQ(shown(evaluate(R"(_External("Watched"))", context_)), "nil");
-  EXPECT_EQ(errorOf(*context_), kInvalid);
+  EXPECT_EQ(errorOf(*context_), kInvalidExternal);
 }
 
 class ExtensionsBundle : public External {
@@ -169,7 +169,7 @@ TEST_F(ExtensionsBundle, HasAProcedureThatOnlyHasTheMethods) {
 TEST_F(ExtensionsBundle, IsForgottenWhenItIsUnloaded) {
   bundle_->unload();
   EXPECT_EQ(shown(evaluate(R"(_External("Join", 1))", context_)), "nil");
-  EXPECT_EQ(errorOf(*context_), kInvalid);
+  EXPECT_EQ(errorOf(*context_), kInvalidExternal);
 }
 
 TEST_F(ExtensionsBundle, HasAContext) {

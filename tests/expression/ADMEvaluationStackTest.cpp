@@ -10,7 +10,7 @@
 namespace commandfilter::testing {
 namespace {
 
-Ref<ADMEvaluationNumber> itemOf(std::int64_t number) {
+Ref<ADMEvaluationNumber> numberItem(std::int64_t number) {
   return ADMEvaluationNumber::itemWithNumber(Number::integer(number));
 }
 
@@ -25,8 +25,8 @@ TEST(Stack, IsEmptyAtFirst) {
 
 TEST(Stack, GivesTheLastItemFirst) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
-  const Ref<ADMEvaluationNumber> first = itemOf(1);
-  const Ref<ADMEvaluationNumber> second = itemOf(2);
+  const Ref<ADMEvaluationNumber> first = numberItem(1);
+  const Ref<ADMEvaluationNumber> second = numberItem(2);
   stack->push(first);
   stack->push(second);
   EXPECT_EQ(stack->top().get(), second.get());
@@ -38,7 +38,7 @@ TEST(Stack, GivesTheLastItemFirst) {
 
 TEST(Stack, KeepsTheTopAliveForWhoAskedForIt) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
-  stack->push(itemOf(5));
+  stack->push(numberItem(5));
   const RefPtr<ADMEvaluationItemBase> top = stack->top();
   stack->pop();
   EXPECT_EQ(shown(top->evaluate(*TestContext::create())), "5q");
@@ -46,9 +46,9 @@ TEST(Stack, KeepsTheTopAliveForWhoAskedForIt) {
 
 TEST(Stack, ExchangesItsTop) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
-  const Ref<ADMEvaluationNumber> first = itemOf(1);
-  const Ref<ADMEvaluationNumber> second = itemOf(2);
-  const Ref<ADMEvaluationNumber> third = itemOf(3);
+  const Ref<ADMEvaluationNumber> first = numberItem(1);
+  const Ref<ADMEvaluationNumber> second = numberItem(2);
+  const Ref<ADMEvaluationNumber> third = numberItem(3);
   EXPECT_FALSE(stack->exchangeTop(first));
   EXPECT_TRUE(stack->empty());
   stack->push(first);
@@ -68,16 +68,16 @@ TEST(Stack, IgnoresNil) {
 TEST(Stack, DescribesItsElements) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
   EXPECT_EQ(descriptionOf(stack), "Stack: (\n)");
-  stack->push(itemOf(1));
-  stack->push(itemOf(2));
+  stack->push(numberItem(1));
+  stack->push(numberItem(2));
   EXPECT_EQ(descriptionOf(stack), "Stack: (\n    1,\n    2\n)");
 }
 
 TEST(Stack, GivesAnOperatorItsOperands) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
-  EXPECT_TRUE(stack->pushWithSubtreeCreation(itemOf(1)));
-  EXPECT_TRUE(stack->pushWithSubtreeCreation(itemOf(2)));
-  EXPECT_TRUE(stack->pushWithSubtreeCreation(itemOf(3)));
+  EXPECT_TRUE(stack->pushWithSubtreeCreation(numberItem(1)));
+  EXPECT_TRUE(stack->pushWithSubtreeCreation(numberItem(2)));
+  EXPECT_TRUE(stack->pushWithSubtreeCreation(numberItem(3)));
   EXPECT_TRUE(stack->pushWithSubtreeCreation(
       ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::Concatenate)));
   EXPECT_TRUE(stack->pushWithSubtreeCreation(
@@ -87,7 +87,7 @@ TEST(Stack, GivesAnOperatorItsOperands) {
 
 TEST(Stack, LosesWhatADroppedOperatorTook) {
   const Ref<ADMEvaluationStack> stack = ADMEvaluationStack::create();
-  stack->push(itemOf(1));
+  stack->push(numberItem(1));
   const Ref<ADMEvaluationBinaryOperation> plus =
       ADMEvaluationBinaryOperation::itemWithOperationType(ItemType::Concatenate);
   EXPECT_FALSE(stack->pushWithSubtreeCreation(plus));

@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 
+#include "DummyJobs.h"
 #include "InChild.h"
 #include "JobVariables.h"
 #include "doubles/DeviceModelDouble.h"
@@ -24,13 +25,12 @@ namespace {
 namespace fs = std::filesystem;
 using testing::DeviceModelDouble;
 using testing::JobVariables;
+using testing::kDeviceModelDouble;
 using testing::kSixArguments;
+using testing::kZeros;
 using testing::recordArguments;
 using testing::runInChild;
 using testing::TemporaryFolder;
-
-constexpr std::array<const Class*, 2> kFramework{&DeviceModelDouble::kCoreFactoryClass,
-                                                 &DeviceModelDouble::kInterpreterClass};
 
 // Runs the filter in a child, with a device-model framework that is there from the start.
 class FilterMain : public ::testing::Test {
@@ -42,7 +42,7 @@ class FilterMain : public ::testing::Test {
       const std::function<void()>& prepare = [] {}) {
     runInChild([&] {
       recordArguments(kSixArguments);
-      const auto registration = ClassRegistry::shared().add(kFramework);
+      const auto registration = ClassRegistry::shared().add(kDeviceModelDouble);
       DeviceModelDouble::shared().deviceID = "MFG:Acme;CMD:PCL;";
       redirect(root_.path() / "input", O_RDONLY, STDIN_FILENO);
       prepare();
@@ -67,8 +67,6 @@ class FilterMain : public ::testing::Test {
     close(opened);
   }
 };
-
-const std::string kZeros(1024, '\0');
 
 TEST_F(FilterMain, SendsTheDummyJobForAnEmptyCommandFile) {
   const JobVariables variables;

@@ -24,7 +24,7 @@ using testing::ResolutionDouble;
 using ::testing::SizeIs;
 using Outcome = ResolutionDouble::Outcome;
 
-constexpr std::array<const Class*, 1> kFramework{&ResolutionDouble::kCoreFactoryClass};
+constexpr std::array<const Class*, 1> kResolutionDouble{&ResolutionDouble::kCoreFactoryClass};
 
 class ServiceInfoProvider : public ::testing::Test {
  protected:
@@ -37,7 +37,7 @@ class ServiceInfoProvider : public ::testing::Test {
         *ACommandFilterServiceInfoProvider::initWithPrinterURI(String::create(uri)));
   }
 
-  ClassRegistry::Registration registration_ = ClassRegistry::shared().add(kFramework);
+  ClassRegistry::Registration registration_ = ClassRegistry::shared().add(kResolutionDouble);
   Ref<ACommandFilterServiceInfoProvider> provider_ = providerFor("usb://Acme/M1");
 };
 

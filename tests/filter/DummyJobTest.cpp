@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "DummyJobs.h"
 #include "runtime/Array.h"
 #include "runtime/String.h"
 #include "runtime/Value.h"
@@ -12,14 +13,14 @@
 namespace commandfilter {
 namespace {
 
+using testing::kPacket;
+using testing::kZeros;
+
 Ref<Array> languages(const std::vector<std::string>& names) {
   ValueVector values;
   for (const std::string& name : names) values.emplace_back(String::create(name));
   return Array::create(std::move(values));
 }
-
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
-const std::string kZeros(1024, '\0');
 
 TEST(DummyJob, IsTheFixedPacketWhenLDLIsTheOnlyLanguage) {
   EXPECT_EQ(dummyJobForLanguages(languages({"LDL"}).get()), kPacket);

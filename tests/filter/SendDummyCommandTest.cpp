@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "DummyJobs.h"
 #include "doubles/DeviceModelDouble.h"
 #include "filter/ACommandFilterContext.h"
 #include "runtime/ClassRegistry.h"
@@ -24,12 +25,9 @@ namespace {
 using testing::DeviceModelDouble;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
-const std::string kZeros(1024, '\0');
-
-constexpr std::array<const Class*, 2> kFramework{&DeviceModelDouble::kCoreFactoryClass,
-                                                 &DeviceModelDouble::kInterpreterClass};
+using testing::kDeviceModelDouble;
+using testing::kPacket;
+using testing::kZeros;
 
 // A provider with a service info to show.
 class ProviderDouble final : public Implements<Object, ICommandFilterServiceInfoProvider> {
@@ -104,7 +102,7 @@ class SendDummyCommand : public ::testing::Test {
     return {output.writes(), open};
   }
   static Sent sendWithFramework() {
-    const auto registration = ClassRegistry::shared().add(kFramework);
+    const auto registration = ClassRegistry::shared().add(kDeviceModelDouble);
     return send(*contextWithProvider());
   }
 };
@@ -184,7 +182,7 @@ TEST_F(SendDummyCommand, WritesZerosWhenNobodyCanReadTheDeviceID) {
 }
 
 TEST_F(SendDummyCommand, HandsANilServiceInfoOnWhenThereIsNoProvider) {
-  const auto registration = ClassRegistry::shared().add(kFramework);
+  const auto registration = ClassRegistry::shared().add(kDeviceModelDouble);
   framework().deviceID = "CMD:LDL;";
   framework().serviceInfo = String::create("of an earlier call");
   const Sent sent = send(*ACommandFilterContext::contextWithServiceInfoProvider(nullptr));
@@ -196,7 +194,7 @@ TEST_F(SendDummyCommand, ClosesStandardOutputWhenTheFrameworkThrows) {
   for (const char* call : {"newDeviceIDServiceFactory", "serviceInfo",
                            "deviceIDAccessProviderForServiceInfo:", "deviceID",
                            "initWithDeviceIDString:", "languages"}) {
-    const auto registration = ClassRegistry::shared().add(kFramework);
+    const auto registration = ClassRegistry::shared().add(kDeviceModelDouble);
     framework().reset();
     framework().deviceID = "CMD:LDL;";
     framework().throwingCall = call;
@@ -222,7 +220,7 @@ TEST_F(SendDummyCommand, ClosesStandardOutputWhenTheFrameworkThrows) {
 
 TEST_F(SendDummyCommand, IgnoresThatNothingCanBeWritten) {
   framework().deviceID = "CMD:LDL;";
-  const auto registration = ClassRegistry::shared().add(kFramework);
+  const auto registration = ClassRegistry::shared().add(kDeviceModelDouble);
   const Ref<ACommandFilterContext> context = contextWithProvider();
   bool open = true;
   {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "BinaryList.h"
+#include "Counts.h"
 #include "TestValues.h"
 #include "runtime/Cast.h"
 #include "runtime/PropertyList.h"
@@ -18,14 +19,14 @@ namespace {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 using testing::BinaryList;
+using testing::kMillion;
 
 constexpr auto kTooDeep = "its collections are nested too deeply"sv;
 constexpr auto kTooMany = "it holds too many values"sv;
 constexpr auto kBroken = "it is broken"sv;
-constexpr std::size_t kMillion = 1'000'000;
 
 // Why the bytes are refused; empty when they are a list.
-std::string objectionTo(std::string_view bytes) { return parsePropertyList(bytes).reason(); }
+std::string objectionToShape(std::string_view bytes) { return parsePropertyList(bytes).reason(); }
 
 // Arrays in arrays, the last one empty.
 std::string arraysInBinary(std::size_t depth) {
@@ -53,15 +54,15 @@ TEST(BinaryPropertyListShape, LetsTheDeepestAllowedListsPass) {
 
 TEST(BinaryPropertyListShape, RefusesDeeperLists) {
   for (const std::size_t depth : {std::size_t{513}, std::size_t{100'000}}) {
-    EXPECT_EQ(objectionTo(arraysInBinary(depth)), kTooDeep) << depth;
+    EXPECT_EQ(objectionToShape(arraysInBinary(depth)), kTooDeep) << depth;
   }
 }
 
 TEST(BinaryPropertyListShape, RefusesAListThatContainsItself) {
-  EXPECT_EQ(objectionTo(BinaryList().addArray({0}).bytes()), "it contains itself");
-  EXPECT_EQ(objectionTo(BinaryList().addArray({1}).addArray({2}).addArray({1}).bytes()),
+  EXPECT_EQ(objectionToShape(BinaryList().addArray({0}).bytes()), "it contains itself");
+  EXPECT_EQ(objectionToShape(BinaryList().addArray({1}).addArray({2}).addArray({1}).bytes()),
             "it contains itself");
-  EXPECT_EQ(objectionTo(BinaryList().addDictionary({1}, {0}).addString("k").bytes()),
+  EXPECT_EQ(objectionToShape(BinaryList().addDictionary({1}, {0}).addString("k").bytes()),
             "it contains itself");
 }
 
@@ -83,7 +84,7 @@ TEST(BinaryPropertyListShape, RefusesSharedPartsThatMultiply) {
       BinaryList list;
       for (std::size_t i = 1; i <= levels; ++i) list.addArray(std::vector<std::size_t>(times, i));
       list.addString("laugh");
-      const std::string objection = objectionTo(list.bytes());
+      const std::string objection = objectionToShape(list.bytes());
       EXPECT_EQ(objection, levels == 16 && times == 2 ? "" : kTooMany) << levels << " " << times;
     }
   }
@@ -92,7 +93,7 @@ TEST(BinaryPropertyListShape, RefusesSharedPartsThatMultiply) {
 TEST(BinaryPropertyListShape, RefusesALargeTextThatIsSharedOften) {
   BinaryList list;
   list.addArray(std::vector<std::size_t>(2000, 1)).addString(std::string(kMillion, 'x'));
-  EXPECT_EQ(objectionTo(list.bytes()), "its shared parts make it too large");
+  EXPECT_EQ(objectionToShape(list.bytes()), "its shared parts make it too large");
 }
 
 TEST(BinaryPropertyListShape, MeasuresDepthThroughSharedParts) {
@@ -104,18 +105,19 @@ TEST(BinaryPropertyListShape, MeasuresDepthThroughSharedParts) {
   list.addArray({});
   for (std::size_t i = kDepth + 1; i < 2 * kDepth; ++i) list.addArray({i + 1});
   list.addArray({1});
-  EXPECT_EQ(objectionTo(list.bytes()), kTooDeep);
+  EXPECT_EQ(objectionToShape(list.bytes()), kTooDeep);
 }
 
 TEST(BinaryPropertyListShape, RefusesReferencesToNothing) {
-  EXPECT_EQ(objectionTo(BinaryList().addArray({1}).bytes()), kBroken);
-  EXPECT_EQ(objectionTo(BinaryList().addArray({UINT32_MAX}).bytes()), kBroken);
+  EXPECT_EQ(objectionToShape(BinaryList().addArray({1}).bytes()), kBroken);
+  EXPECT_EQ(objectionToShape(BinaryList().addArray({UINT32_MAX}).bytes()), kBroken);
 }
 
 TEST(BinaryPropertyListShape, RefusesKeysThatWouldEndTheProcess) {
   // A NUL is cut off from other texts, but not from one of 16-bit units.
   const std::string unitsWithNUL = "\x63\x00\x61\x00\x00\x00\x62"s;
-  EXPECT_EQ(objectionTo(BinaryList().addDictionary({1}, {1}).add(unitsWithNUL).bytes()), kBroken);
+  EXPECT_EQ(objectionToShape(BinaryList().addDictionary({1}, {1}).add(unitsWithNUL).bytes()),
+            kBroken);
   Result<Value> ascii =
       parsePropertyList(BinaryList().addDictionary({1}, {1}).addString("a\0b"sv).bytes());
   EXPECT_TRUE(ascii);
@@ -127,7 +129,7 @@ TEST(BinaryPropertyListShape, RefusesCountsLargerThanTheFile) {
         "\xAF\x12\x00\xFF\xFF\xFF"sv, "\xAF\x20"sv, "\xAF"sv,
         "\x5F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"sv, "\x6F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"sv,
         "\xA5"sv}) {
-    EXPECT_EQ(objectionTo(BinaryList().add(object).bytes()), kBroken);
+    EXPECT_EQ(objectionToShape(BinaryList().add(object).bytes()), kBroken);
   }
 }
 
@@ -135,8 +137,8 @@ TEST(BinaryPropertyListShape, RefusesBrokenTrailers) {
   const std::string objects = "bplist00\x09\x08";
   const auto with = [&objects](std::size_t offsetSize, std::size_t referenceSize,
                                std::uint64_t count, std::uint64_t root, std::uint64_t table) {
-    return objectionTo(objects +
-                       BinaryList::trailer(offsetSize, referenceSize, count, root, table));
+    return objectionToShape(objects +
+                            BinaryList::trailer(offsetSize, referenceSize, count, root, table));
   };
   EXPECT_EQ(with(1, 1, 1, 0, 9), "");
   EXPECT_EQ(with(0, 1, 1, 0, 9), kBroken);
@@ -154,8 +156,8 @@ TEST(BinaryPropertyListShape, RefusesBrokenTrailers) {
 
 TEST(BinaryPropertyListShape, RefusesMoreObjectsThanAListMayHold) {
   const std::size_t count = kPropertyListValues + 1;
-  EXPECT_EQ(objectionTo("bplist00\x09" + std::string(count, '\x08') +
-                        BinaryList::trailer(1, 1, count, 0, 9)),
+  EXPECT_EQ(objectionToShape("bplist00\x09" + std::string(count, '\x08') +
+                             BinaryList::trailer(1, 1, count, 0, 9)),
             kTooMany);
 }
 

@@ -7,6 +7,7 @@
 #include <limits>
 #include <string>
 
+#include "Counts.h"
 #include "TestValues.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
@@ -17,14 +18,13 @@ namespace {
 
 using testing::arrayOf;
 using testing::dictionaryOf;
+using testing::kHundredThousand;
+using testing::kMillion;
 using testing::nestedArrays;
 using testing::nestedDictionaries;
 using testing::reasonOf;
 using testing::runOnStackOf;
 using testing::stringOf;
-
-constexpr std::size_t kMillion = 1'000'000;
-constexpr std::size_t kHundredThousand = 100'000;
 
 // One value of every kind, no two equal.
 ValueVector oneOfEachKind() {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "Counts.h"
 #include "TestValues.h"
 #include "runtime/Data.h"
 #include "runtime/Date.h"
@@ -16,14 +17,13 @@ namespace {
 using namespace std::string_view_literals;
 using testing::arrayOf;
 using testing::dictionaryOf;
+using testing::kHundredThousand;
+using testing::kMillion;
 using testing::nestedArrays;
 using testing::nestedDictionaries;
 using testing::reasonOf;
 using testing::runOnStackOf;
 using testing::stringOf;
-
-constexpr std::size_t kMillion = 1'000'000;
-constexpr std::size_t kHundredThousand = 100'000;
 
 std::string quotedFormOf(std::string_view string) {
   std::string text;

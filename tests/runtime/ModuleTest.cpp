@@ -12,8 +12,8 @@ namespace {
 using testing::Greeter;
 using testing::LoudGreeter;
 
-constexpr const Class* kGreeters[] = {&Greeter::kClass, &LoudGreeter::kClass};
-constexpr Module kModule = moduleOf(kGreeters);
+constexpr const Class* kGreeterClasses[] = {&Greeter::kClass, &LoudGreeter::kClass};
+constexpr Module kModule = moduleOf(kGreeterClasses);
 
 static_assert(kModule.classCount == 2);
 

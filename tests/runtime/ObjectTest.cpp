@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "Counts.h"
 #include "TestObjects.h"
 #include "TestValues.h"
 #include "runtime/Comparison.h"
@@ -25,12 +26,11 @@ namespace {
 using testing::arrayOf;
 using testing::Greeter;
 using testing::greeterNamed;
+using testing::kMillion;
 using testing::nestedArrays;
 using testing::nestedDictionaries;
 using testing::reasonOf;
 using testing::runOnStackOf;
-
-constexpr std::size_t kMillion = 1'000'000;
 
 // Runs a function when it is destroyed.
 class Farewell final : public Object {

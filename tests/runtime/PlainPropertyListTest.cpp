@@ -17,11 +17,8 @@
 namespace commandfilter {
 namespace {
 
+using testing::list;
 using testing::readBothWays;
-
-std::string list(std::string_view content) {
-  return "<plist version=\"1.0\">" + std::string(content) + "</plist>";
-}
 
 std::string text(std::string_view written) {
   Result<Value> result = readBothWays(list("<string>" + std::string(written) + "</string>"));

@@ -27,6 +27,7 @@ using namespace std::string_view_literals;
 using testing::BinaryList;
 using testing::makeFifo;
 using testing::makeFile;
+using testing::parsed;
 using testing::readBothWays;
 using testing::TemporaryFolder;
 
@@ -41,12 +42,6 @@ std::string xml(std::string_view content) {
 }
 
 // What the bytes say; nil, with a failure of the test, when they are no list.
-Value parsed(std::string_view bytes) {
-  Result<Value> result = readBothWays(bytes);
-  EXPECT_TRUE(result) << result.reason();
-  return result ? *result : Value();
-}
-
 std::string failureOf(std::string_view bytes) {
   const Result<Value> result = readBothWays(bytes);
   EXPECT_FALSE(result);

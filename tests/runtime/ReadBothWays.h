@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "runtime/Comparison.h"
@@ -33,6 +34,18 @@ inline Result<Value> readBothWays(std::string_view bytes) {
     EXPECT_EQ(descriptionOf(*result), descriptionOf(*observed)) << bytes.substr(0, kShown);
   }
   return result;
+}
+
+/// A list of this content, as XML.
+inline std::string list(std::string_view content) {
+  return "<plist version=\"1.0\">" + std::string(content) + "</plist>";
+}
+
+/// The content of a list; nil, with a failure of the test, when it is refused.
+inline Value parsed(std::string_view bytes) {
+  Result<Value> result = readBothWays(bytes);
+  EXPECT_TRUE(result) << bytes.substr(0, 100) << ": " << result.reason();
+  return result ? *result : Value();
 }
 
 }  // namespace commandfilter::testing

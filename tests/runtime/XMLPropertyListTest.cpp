@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "Counts.h"
 #include "ReadBothWays.h"
 #include "TestValues.h"
 #include "runtime/Array.h"
@@ -28,26 +29,16 @@ namespace {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 using ::testing::HasSubstr;
+using testing::kMillion;
+using testing::list;
+using testing::parsed;
 using testing::readBothWays;
-
-constexpr std::size_t kMillion = 1'000'000;
 
 std::string repeated(std::string_view text, std::size_t count) {
   std::string result;
   result.reserve(text.size() * count);
   for (; count != 0; --count) result += text;
   return result;
-}
-
-std::string list(std::string_view content) {
-  return "<plist version=\"1.0\">" + std::string(content) + "</plist>";
-}
-
-// The content of a list; nil, with a failure of the test, when it is refused.
-Value parsed(std::string_view bytes) {
-  Result<Value> result = readBothWays(bytes);
-  EXPECT_TRUE(result) << bytes.substr(0, 100) << ": " << result.reason();
-  return result ? *result : Value();
 }
 
 // Why the bytes are refused; empty when they are a list.

@@ -11,6 +11,10 @@
 
 namespace commandfilter::testing {
 
+/// Numbers of the protocol: the command that asks for the device ID, and the status of success.
+inline constexpr int kGetDeviceID = 4;
+inline constexpr int kOK = 1;
+
 /// The other end of a side channel, served by a thread of its own.
 class BackendDouble {
  public:

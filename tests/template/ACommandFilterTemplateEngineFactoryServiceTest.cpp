@@ -18,11 +18,10 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Service = ACommandFilterTemplateEngineFactoryService;
 
-Value text(std::string_view characters) { return stringOf(characters); }
-
 Value simpleTemplate() {
-  return dictionaryOf({{text("TemplateValues"),
-                        dictionaryOf({{text("A"), dictionaryOf({{text("Value"), text("1")}})}})}});
+  return dictionaryOf(
+      {{stringOf("TemplateValues"),
+        dictionaryOf({{stringOf("A"), dictionaryOf({{stringOf("Value"), stringOf("1")}})}})}});
 }
 
 class EngineFactory : public ::testing::Test {
@@ -123,11 +122,11 @@ TEST_F(EngineFactory, FindsTheTemplateOfTheModel) {
 }
 
 TEST_F(EngineFactory, HandsTheInputParametersOn) {
-  const Value input = dictionaryOf({{text("Who"), text("me")}});
+  const Value input = dictionaryOf({{stringOf("Who"), stringOf("me")}});
   const Value configuration = dictionaryOf(
-      {{text("TemplateValues"),
-        dictionaryOf(
-            {{text("Who"), dictionaryOf({{text("Value"), text("_InputValue(\"Who\")")}})}})}});
+      {{stringOf("TemplateValues"),
+        dictionaryOf({{stringOf("Who"),
+                       dictionaryOf({{stringOf("Value"), stringOf("_InputValue(\"Who\")")}})}})}});
   framework_.modelInfo["CommandFilterTemplate"] = configuration;
   const auto direct = service_->templateEngineForTemplate_inputParameters(
       castTo<Dictionary>(configuration), castTo<Dictionary>(input));
@@ -153,7 +152,7 @@ TEST_F(EngineFactory, AsksNoDeviceForATableThatCannotBeRegistered) {
 TEST_F(EngineFactory, HasNoEngineWhenTheModelHasNoTemplate) {
   EXPECT_FALSE(storedEngine());
   EXPECT_EQ(provider_->asked, 1);
-  framework_.modelInfo["CommandFilterTemplate"] = text("no dictionary");
+  framework_.modelInfo["CommandFilterTemplate"] = stringOf("no dictionary");
   EXPECT_FALSE(storedEngine());
   provider_->info = Value();
   EXPECT_FALSE(storedEngine());

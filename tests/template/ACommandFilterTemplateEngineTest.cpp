@@ -10,10 +10,9 @@
 namespace commandfilter::testing {
 namespace {
 
-Value text(std::string_view characters) { return stringOf(characters); }
-
-Value described(std::string_view expression) {
-  return dictionaryOf({{text("ServiceName"), text("Test")}, {text("Value"), text(expression)}});
+Value describedOverTest(std::string_view expression) {
+  return dictionaryOf(
+      {{stringOf("ServiceName"), stringOf("Test")}, {stringOf("Value"), stringOf(expression)}});
 }
 
 class TemplateEngine : public ::testing::Test {
@@ -27,7 +26,7 @@ class TemplateEngine : public ::testing::Test {
     return engine.templateValueForKey(String::create(std::string(key)).get());
   }
   static Value templateOf(std::initializer_list<std::pair<Value, Value>> values) {
-    return dictionaryOf({{text("TemplateValues"), dictionaryOf(values)}});
+    return dictionaryOf({{stringOf("TemplateValues"), dictionaryOf(values)}});
   }
 
   FrameworkDouble framework_;
@@ -35,8 +34,9 @@ class TemplateEngine : public ::testing::Test {
 };
 
 TEST_F(TemplateEngine, AsksTheDevice) {
-  const auto engine = engineFor(device_, templateOf({{text("State"), described("@state")},
-                                                     {text("Wrong"), described("1 lt \"x\"")}}));
+  const auto engine =
+      engineFor(device_, templateOf({{stringOf("State"), describedOverTest("@state")},
+                                     {stringOf("Wrong"), describedOverTest("1 lt \"x\"")}}));
   EXPECT_EQ(descriptionOf(valueOf(*engine, "State")), "ready");
   EXPECT_TRUE(valueOf(*engine, "Nowhere").isNil());
   EXPECT_TRUE(engine->errorInfo().isNil());
@@ -48,13 +48,13 @@ TEST_F(TemplateEngine, AsksTheDevice) {
 
 TEST_F(TemplateEngine, HandsTheInputParametersOn) {
   const auto engine =
-      engineFor(device_, templateOf({{text("Who"), described("_InputValue(\"Who\")")}}),
-                dictionaryOf({{text("Who"), text("me")}}));
+      engineFor(device_, templateOf({{stringOf("Who"), describedOverTest("_InputValue(\"Who\")")}}),
+                dictionaryOf({{stringOf("Who"), stringOf("me")}}));
   EXPECT_EQ(descriptionOf(valueOf(*engine, "Who")), "me");
 }
 
 TEST_F(TemplateEngine, AnswersNilWithoutADevice) {
-  const auto engine = engineFor(Value(), templateOf({{text("A"), described("1")}}));
+  const auto engine = engineFor(Value(), templateOf({{stringOf("A"), describedOverTest("1")}}));
   EXPECT_EQ(engine->templateProcessor(), nullptr);
   EXPECT_TRUE(valueOf(*engine, "A").isNil());
   EXPECT_TRUE(engine->errorInfo().isNil());
@@ -67,17 +67,18 @@ TEST_F(TemplateEngine, AnswersNilWithoutATemplate) {
 }
 
 TEST_F(TemplateEngine, AnswersNilForADeviceThatIsNotReady) {
-  const auto engine =
-      engineFor(ServiceInfoDouble::create(kServiceStateResolved + 1),
-                templateOf({{text("A"), described("1")}, {text("Broken"), dictionaryOf({})}}));
+  const auto engine = engineFor(ServiceInfoDouble::create(kServiceStateResolved + 1),
+                                templateOf({{stringOf("A"), describedOverTest("1")},
+                                            {stringOf("Broken"), dictionaryOf({})}}));
   EXPECT_TRUE(valueOf(*engine, "A").isNil());
   EXPECT_TRUE(valueOf(*engine, "Broken").isNil());
   EXPECT_TRUE(engine->errorInfo().isNil());
 }
 
 TEST_F(TemplateEngine, TurnsAnExceptionIntoNil) {
-  const auto engine = engineFor(device_, templateOf({{text("Jam"), described("@jam")},
-                                                     {text("State"), described("@state")}}));
+  const auto engine =
+      engineFor(device_, templateOf({{stringOf("Jam"), describedOverTest("@jam")},
+                                     {stringOf("State"), describedOverTest("@state")}}));
   EXPECT_TRUE(valueOf(*engine, "Jam").isNil());
   EXPECT_TRUE(engine->errorInfo().isNil());
   EXPECT_TRUE(valueOf(*engine, "Jam").isNil());
@@ -86,25 +87,28 @@ TEST_F(TemplateEngine, TurnsAnExceptionIntoNil) {
 
 TEST_F(TemplateEngine, TurnsAnExceptionOfTheDescriptionIntoNil) {
   const auto engine = engineFor(
-      device_, templateOf({{text("A"), dictionaryOf({{text("Value"), text("1")},
-                                                     {text("Range"), Number::integer(5)}})}}));
+      device_,
+      templateOf({{stringOf("A"), dictionaryOf({{stringOf("Value"), stringOf("1")},
+                                                {stringOf("Range"), Number::integer(5)}})}}));
   EXPECT_TRUE(valueOf(*engine, "A").isNil());
   EXPECT_TRUE(engine->errorInfo().isNil());
 }
 
 TEST_F(TemplateEngine, TurnsACircleIntoNil) {
-  const auto engine = engineFor(device_, templateOf({{text("Self"), described("[Self]")}}));
+  const auto engine =
+      engineFor(device_, templateOf({{stringOf("Self"), describedOverTest("[Self]")}}));
   EXPECT_TRUE(valueOf(*engine, "Self").isNil());
   EXPECT_TRUE(valueOf(*engine, "Self").isNil());
 }
 
 TEST_F(TemplateEngine, LetsOtherThrownObjectsPass) {
-  const auto engine = engineFor(device_, templateOf({{text("A"), described("@explode")}}));
+  const auto engine =
+      engineFor(device_, templateOf({{stringOf("A"), describedOverTest("@explode")}}));
   EXPECT_THROW(static_cast<void>(valueOf(*engine, "A")), int);
 }
 
 TEST_F(TemplateEngine, SharesNothingWithAnotherOne) {
-  const Value configuration = templateOf({{text("State"), described("@state")}});
+  const Value configuration = templateOf({{stringOf("State"), describedOverTest("@state")}});
   const auto first = engineFor(device_, configuration);
   const auto second = engineFor(device_, configuration);
   for (int i = 0; i < 2; ++i) {
@@ -119,10 +123,10 @@ TEST_F(TemplateEngine, IsMadeAndAskedByName) {
   const Value engine =
       instantiate(ACommandFilterTemplateEngine::kClass,
                   Selector("initWithServiceInfo:configurationTemplate:inputParameters:"),
-                  {device_, templateOf({{text("A"), described("1")}}), Value()});
+                  {device_, templateOf({{stringOf("A"), describedOverTest("1")}}), Value()});
   EXPECT_NE(castTo<ICommandFilterTemplateEngine>(engine), nullptr);
   EXPECT_TRUE(conformsToProtocol(engine, ICommandFilterTemplateEngine::kProtocol));
-  EXPECT_EQ(descriptionOf(send(engine, Selector("templateValueForKey:"), {text("A")})), "1");
+  EXPECT_EQ(descriptionOf(send(engine, Selector("templateValueForKey:"), {stringOf("A")})), "1");
   EXPECT_TRUE(send(engine, Selector("errorInfo")).isNil());
 }
 

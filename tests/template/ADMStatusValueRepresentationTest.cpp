@@ -25,11 +25,9 @@ RefPtr<ADMStatusValueRepresentation> representationOf(Entries entries) {
                                                                           creator.get(), nullptr);
 }
 
-Value text(std::string_view characters) { return stringOf(characters); }
-
 TEST(Representation, NeedsAValue) {
   EXPECT_FALSE(representationOf({}));
-  EXPECT_FALSE(representationOf({{text("Range"), text("_Array(1)")}}));
+  EXPECT_FALSE(representationOf({{stringOf("Range"), stringOf("_Array(1)")}}));
   EXPECT_FALSE(ADMStatusValueRepresentation::
                    initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
                        nullptr, nullptr, nullptr));
@@ -37,8 +35,9 @@ TEST(Representation, NeedsAValue) {
 
 TEST(Representation, CompilesEachExpressionOnce) {
   const auto value = representationOf(
-      {{text("Value"), dictionaryOf({{text("a"), text("1")}, {text("b"), text("1")}})},
-       {text("Range"), text("_Array(1, 2)")}});
+      {{stringOf("Value"),
+        dictionaryOf({{stringOf("a"), stringOf("1")}, {stringOf("b"), stringOf("1")}})},
+       {stringOf("Range"), stringOf("_Array(1, 2)")}});
   ASSERT_TRUE(value);
   const auto before = value->processorForExpression(String::create("1").get());
   EXPECT_EQ(castTo<Array>(value->representationData())->count(), 2U);
@@ -49,13 +48,13 @@ TEST(Representation, CompilesEachExpressionOnce) {
 }
 
 TEST(Representation, HasNoProcessorForNoExpression) {
-  const auto value = representationOf({{text("Value"), text("1")}});
+  const auto value = representationOf({{stringOf("Value"), stringOf("1")}});
   EXPECT_FALSE(value->processorForExpression(nullptr));
   EXPECT_FALSE(value->processorForExpression(String::create("").get()));
 }
 
 TEST(Representation, CompilesABrokenExpressionOnce) {
-  const auto value = representationOf({{text("Value"), text("(5")}});
+  const auto value = representationOf({{stringOf("Value"), stringOf("(5")}});
   EXPECT_TRUE(value->representationData().isNil());
   EXPECT_EQ(descriptionOf(Value::sharing(value->lastError())), "Error 1: Incorrect brace balance");
   value->evaluationContext()->clearErrors();
@@ -64,14 +63,15 @@ TEST(Representation, CompilesABrokenExpressionOnce) {
 }
 
 TEST(Representation, CompilesNothingBeforeItIsAsked) {
-  const auto value = representationOf(
-      {{text("Value"), text("(5")}, {text("Filter"), text("(6")}, {text("Range"), text("(7")}});
+  const auto value = representationOf({{stringOf("Value"), stringOf("(5")},
+                                       {stringOf("Filter"), stringOf("(6")},
+                                       {stringOf("Range"), stringOf("(7")}});
   ASSERT_TRUE(value);
   EXPECT_EQ(value->lastError(), nullptr);
 }
 
 TEST(Representation, KeepsTheLastErrorWhenLaterComputationsSucceed) {
-  const auto value = representationOf({{text("Value"), text("1")}});
+  const auto value = representationOf({{stringOf("Value"), stringOf("1")}});
   value->evaluationContext()->setRuntimeError("an old one");
   EXPECT_EQ(descriptionOf(value->representationData()), "1");
   value->resetEvaluations();
@@ -79,9 +79,9 @@ TEST(Representation, KeepsTheLastErrorWhenLaterComputationsSucceed) {
 }
 
 TEST(Representation, EmptiesTheScratchStoreOfProcedures) {
-  const auto value = representationOf({{text("Value"), text("1")}});
+  const auto value = representationOf({{stringOf("Value"), stringOf("1")}});
   auto* context = castTo<ADMEvaluationContextBase>(&value->evaluationContext()->object());
-  context->commonCache().setObject_forKey(text("kept"), text("key"));
+  context->commonCache().setObject_forKey(stringOf("kept"), stringOf("key"));
   static_cast<void>(value->representationData());
   EXPECT_EQ(context->commonCache().count(), 1U);
   value->resetEvaluations();
@@ -89,18 +89,18 @@ TEST(Representation, EmptiesTheScratchStoreOfProcedures) {
 }
 
 TEST(Representation, CalculatesWhatIsAnExpression) {
-  const auto value = representationOf({{text("Value"), text("1")}});
-  EXPECT_EQ(descriptionOf(value->calculateValue(text("1 + 2"))), "12");
+  const auto value = representationOf({{stringOf("Value"), stringOf("1")}});
+  EXPECT_EQ(descriptionOf(value->calculateValue(stringOf("1 + 2"))), "12");
   EXPECT_TRUE(value->calculateValue(Value()).isNil());
   EXPECT_TRUE(value->calculateValue(Value::null()).isNil());
   EXPECT_TRUE(value->calculateValue(Number::integer(5)).isNil());
-  EXPECT_TRUE(value->calculateValue(arrayOf({text("1")})).isNil());
-  EXPECT_TRUE(value->calculateValue(text("")).isNil());
+  EXPECT_TRUE(value->calculateValue(arrayOf({stringOf("1")})).isNil());
+  EXPECT_TRUE(value->calculateValue(stringOf("")).isNil());
 }
 
 TEST(Representation, AsksTheServiceWhenItIsNeeded) {
-  const Value info =
-      dictionaryOf({{text("Value"), text("@state")}, {text("ServiceName"), text("x")}});
+  const Value info = dictionaryOf(
+      {{stringOf("Value"), stringOf("@state")}, {stringOf("ServiceName"), stringOf("x")}});
   const auto creator = ServiceCreatorDouble::create();
   const auto value = ADMStatusValueRepresentation::
       initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
@@ -111,7 +111,7 @@ TEST(Representation, AsksTheServiceWhenItIsNeeded) {
 }
 
 TEST(Representation, IsMadeAndAskedByName) {
-  const Value info = dictionaryOf({{text("Value"), text("5")}});
+  const Value info = dictionaryOf({{stringOf("Value"), stringOf("5")}});
   const Value value =
       instantiate(ADMStatusValueRepresentation::kClass,
                   Selector("initWithRepresentationInfo:statusServiceCreator:globalConfiguration:"),
@@ -121,13 +121,13 @@ TEST(Representation, IsMadeAndAskedByName) {
   send(value, Selector("resetEvaluations"));
   EXPECT_EQ(descriptionOf(send(value, Selector("representationData"))), "5");
   EXPECT_TRUE(send(value, Selector("lastError")).isNil());
-  EXPECT_EQ(descriptionOf(send(value, Selector("calculateValue:"), {text("6")})), "6");
-  EXPECT_FALSE(send(value, Selector("processorForExpression:"), {text("6")}).isNil());
+  EXPECT_EQ(descriptionOf(send(value, Selector("calculateValue:"), {stringOf("6")})), "6");
+  EXPECT_FALSE(send(value, Selector("processorForExpression:"), {stringOf("6")}).isNil());
 }
 
 TEST(Representation, DoesNotExhaustTheStackWithDeepDictionaries) {
-  const Value deep = nestedDictionaries(200'000, text("1"));
-  const Value info = dictionaryOf({{text("Value"), deep}});
+  const Value deep = nestedDictionaries(200'000, stringOf("1"));
+  const Value info = dictionaryOf({{stringOf("Value"), deep}});
   const auto value = ADMStatusValueRepresentation::
       initWithRepresentationInfo_statusServiceCreator_globalConfiguration(castTo<Dictionary>(info),
                                                                           nullptr, nullptr);
@@ -148,8 +148,8 @@ class PlugInContexts : public ::testing::Test {
 };
 
 TEST_F(PlugInContexts, EvaluateSingleValues) {
-  const auto value = representationOf({{text("EvaluationContext"), text("ShoutingContext")},
-                                       {text("Value"), text("_Shout(@greeting)")}});
+  const auto value = representationOf({{stringOf("EvaluationContext"), stringOf("ShoutingContext")},
+                                       {stringOf("Value"), stringOf("_Shout(@greeting)")}});
   ASSERT_TRUE(value);
   EXPECT_EQ(value->evaluationContext()->object().classInfo().name, "ShoutingContext");
   EXPECT_EQ(descriptionOf(value->representationData()), "hello!");
@@ -158,14 +158,14 @@ TEST_F(PlugInContexts, EvaluateSingleValues) {
 
 TEST_F(PlugInContexts, GetTheServiceAndTheConfiguration) {
   const auto creator = ServiceCreatorDouble::create();
-  const Value configuration = dictionaryOf({{text("Any"), text("thing")}});
-  const Value single = dictionaryOf({{text("EvaluationContext"), text("ShoutingContext")},
-                                     {text("ServiceName"), text("Tray")},
-                                     {text("Value"), text("1")}});
-  const Value list = dictionaryOf({{text("EvaluationContext"), text("LastContext")},
-                                   {text("ServiceName"), text("Tray")},
-                                   {text("Range"), text("_Array(1)")},
-                                   {text("Value"), text("1")}});
+  const Value configuration = dictionaryOf({{stringOf("Any"), stringOf("thing")}});
+  const Value single = dictionaryOf({{stringOf("EvaluationContext"), stringOf("ShoutingContext")},
+                                     {stringOf("ServiceName"), stringOf("Tray")},
+                                     {stringOf("Value"), stringOf("1")}});
+  const Value list = dictionaryOf({{stringOf("EvaluationContext"), stringOf("LastContext")},
+                                   {stringOf("ServiceName"), stringOf("Tray")},
+                                   {stringOf("Range"), stringOf("_Array(1)")},
+                                   {stringOf("Value"), stringOf("1")}});
   for (const Value& info : {single, list}) {
     const auto value = ADMStatusValueRepresentation::
         initWithRepresentationInfo_statusServiceCreator_globalConfiguration(
@@ -183,48 +183,48 @@ TEST_F(PlugInContexts, GetTheServiceAndTheConfiguration) {
 }
 
 TEST_F(PlugInContexts, RecordTheirErrors) {
-  const auto value = representationOf(
-      {{text("EvaluationContext"), text("ShoutingContext")}, {text("Value"), text("_Shout()")}});
+  const auto value = representationOf({{stringOf("EvaluationContext"), stringOf("ShoutingContext")},
+                                       {stringOf("Value"), stringOf("_Shout()")}});
   EXPECT_TRUE(value->representationData().isNil());
   EXPECT_EQ(descriptionOf(Value::sharing(value->lastError())), "Error 2: Nothing to shout");
 }
 
 TEST_F(PlugInContexts, EvaluateLists) {
-  const auto value = representationOf({{text("EvaluationContext"), text("LastContext")},
-                                       {text("Range"), text("_Array(5, 6)")},
-                                       {text("Value"), text("@place")}});
+  const auto value = representationOf({{stringOf("EvaluationContext"), stringOf("LastContext")},
+                                       {stringOf("Range"), stringOf("_Array(5, 6)")},
+                                       {stringOf("Value"), stringOf("@place")}});
   ASSERT_TRUE(value);
   EXPECT_EQ(descriptionOf(value->representationData()), "(\n    \"at 0\",\n    \"at 1\"\n)");
 }
 
 TEST_F(PlugInContexts, MustTakeTheInitialiserOfTheMode) {
-  EXPECT_FALSE(representationOf({{text("EvaluationContext"), text("ShoutingContext")},
-                                 {text("Range"), text("_Array(1)")},
-                                 {text("Value"), text("1")}}));
-  EXPECT_FALSE(representationOf(
-      {{text("EvaluationContext"), text("LastContext")}, {text("Value"), text("1")}}));
+  EXPECT_FALSE(representationOf({{stringOf("EvaluationContext"), stringOf("ShoutingContext")},
+                                 {stringOf("Range"), stringOf("_Array(1)")},
+                                 {stringOf("Value"), stringOf("1")}}));
+  EXPECT_FALSE(representationOf({{stringOf("EvaluationContext"), stringOf("LastContext")},
+                                 {stringOf("Value"), stringOf("1")}}));
 }
 
 TEST_F(PlugInContexts, MayRefuseOrBeNone) {
   for (const char* name : {"RefusingContext", "NoContext"}) {
-    EXPECT_FALSE(
-        representationOf({{text("EvaluationContext"), text(name)}, {text("Value"), text("1")}}))
+    EXPECT_FALSE(representationOf(
+        {{stringOf("EvaluationContext"), stringOf(name)}, {stringOf("Value"), stringOf("1")}}))
         << name;
   }
 }
 
 TEST_F(PlugInContexts, MayRaise) {
-  EXPECT_EQ(
-      reasonOf([] {
-        static_cast<void>(representationOf(
-            {{text("EvaluationContext"), text("ThrowingContext")}, {text("Value"), text("1")}}));
-      }),
-      "no context today");
+  EXPECT_EQ(reasonOf([] {
+              static_cast<void>(
+                  representationOf({{stringOf("EvaluationContext"), stringOf("ThrowingContext")},
+                                    {stringOf("Value"), stringOf("1")}}));
+            }),
+            "no context today");
 }
 
 TEST(PlugInContext, OfABundleThatIsNotLoadedIsTheDefault) {
-  const auto value = representationOf(
-      {{text("EvaluationContext"), text("ShoutingContext")}, {text("Value"), text("1")}});
+  const auto value = representationOf({{stringOf("EvaluationContext"), stringOf("ShoutingContext")},
+                                       {stringOf("Value"), stringOf("1")}});
   ASSERT_TRUE(value);
   EXPECT_EQ(value->evaluationContext()->object().classInfo().name,
             "ADMSingleValueEvaluationContext");

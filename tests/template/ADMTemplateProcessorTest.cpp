@@ -18,11 +18,9 @@
 namespace commandfilter::testing {
 namespace {
 
-Value text(std::string_view characters) { return stringOf(characters); }
-
 // A description with a "Value" alone.
 Value described(std::string_view expression) {
-  return dictionaryOf({{text("Value"), text(expression)}});
+  return dictionaryOf({{stringOf("Value"), stringOf(expression)}});
 }
 
 class TemplateProcessor : public ::testing::Test {
@@ -34,7 +32,7 @@ class TemplateProcessor : public ::testing::Test {
   }
   RefPtr<ADMTemplateProcessor> processorOfValues(
       std::initializer_list<std::pair<Value, Value>> values) {
-    return processorOf(dictionaryOf({{text("TemplateValues"), dictionaryOf(values)}}));
+    return processorOf(dictionaryOf({{stringOf("TemplateValues"), dictionaryOf(values)}}));
   }
   static Value valueOf(ADMTemplateProcessor& processor, std::string_view key) {
     return processor.valueForKey(String::create(std::string(key)).get());
@@ -52,7 +50,7 @@ TEST_F(TemplateProcessor, NeedsACreatorAndATemplate) {
 }
 
 TEST_F(TemplateProcessor, HasNoValueForNoKey) {
-  const auto processor = processorOfValues({{text(""), described("1")}});
+  const auto processor = processorOfValues({{stringOf(""), described("1")}});
   EXPECT_TRUE(processor->valueForKey(nullptr).isNil());
   EXPECT_TRUE(valueOf(*processor, "").isNil());
   EXPECT_FALSE(processor->valueRepresentationForKey(nullptr));
@@ -60,12 +58,12 @@ TEST_F(TemplateProcessor, HasNoValueForNoKey) {
 }
 
 TEST_F(TemplateProcessor, SharesAConfigurationThatIsMadeOnce) {
-  const Value constants = dictionaryOf({{text("One"), text("1")}});
-  const Value macros = dictionaryOf({{text("Two"), text("2")}});
-  const Value input = dictionaryOf({{text("Who"), text("me")}});
-  const auto processor = processorOf(
-      dictionaryOf({{text("TemplateConstants"), constants}, {text("TemplateMacroses"), macros}}),
-      input);
+  const Value constants = dictionaryOf({{stringOf("One"), stringOf("1")}});
+  const Value macros = dictionaryOf({{stringOf("Two"), stringOf("2")}});
+  const Value input = dictionaryOf({{stringOf("Who"), stringOf("me")}});
+  const auto processor = processorOf(dictionaryOf({{stringOf("TemplateConstants"), constants},
+                                                   {stringOf("TemplateMacroses"), macros}}),
+                                     input);
   const Ref<Dictionary> configuration = processor->globalConfiguration();
   EXPECT_EQ(configuration.get(), processor->globalConfiguration().get());
   processor->startNewSession(true);
@@ -108,17 +106,19 @@ class CountingContext final : public Object {
   static int asked;
 };
 int CountingContext::asked = 0;
-constexpr std::array kCountingInitializers{
+constexpr std::array kCountingContextInitializers{
     initializer<&CountingContext::refuse>("initWithStatusService:globalConfiguration:")};
-constinit const Class CountingContext::kClass{
-    .name = "CountingContext", .base = &Object::kClass, .initializers = kCountingInitializers};
+constinit const Class CountingContext::kClass{.name = "CountingContext",
+                                              .base = &Object::kClass,
+                                              .initializers = kCountingContextInitializers};
 
 TEST_F(TemplateProcessor, TriesAContextThatRefusesOnce) {
   const std::array<const Class*, 1> classes{&CountingContext::kClass};
   const auto registration = ClassRegistry::shared().add(classes);
   const auto processor = processorOfValues(
-      {{text("A"), dictionaryOf({{text("Value"), text("1")},
-                                 {text("EvaluationContext"), text("CountingContext")}})}});
+      {{stringOf("A"),
+        dictionaryOf({{stringOf("Value"), stringOf("1")},
+                      {stringOf("EvaluationContext"), stringOf("CountingContext")}})}});
   CountingContext::asked = 0;
   for (int i = 0; i < 2; ++i) {
     EXPECT_TRUE(valueOf(*processor, "A").isNil());
@@ -157,8 +157,9 @@ TEST_F(TemplateProcessor, KeepsWhatIsMadeWhileItIsBeingMade) {
   const std::array<const Class*, 1> classes{&AskingContext::kClass};
   const auto registration = ClassRegistry::shared().add(classes);
   const auto processor = processorOfValues(
-      {{text("A"), dictionaryOf({{text("Value"), text("_Array(1)")},
-                                 {text("EvaluationContext"), text("AskingContext")}})}});
+      {{stringOf("A"),
+        dictionaryOf({{stringOf("Value"), stringOf("_Array(1)")},
+                      {stringOf("EvaluationContext"), stringOf("AskingContext")}})}});
   AskingContext::asked = processor.get();
   const Value value = valueOf(*processor, "A");
   const RefPtr<Dictionary> seen = std::exchange(AskingContext::seen, nullptr);
@@ -171,8 +172,9 @@ TEST_F(TemplateProcessor, KeepsWhatIsMadeWhileItIsBeingMade) {
 }
 
 TEST_F(TemplateProcessor, KeepsRepresentationsAndTheirFailures) {
-  const auto processor = processorOfValues(
-      {{text("A"), described("1")}, {text("Broken"), dictionaryOf({})}, {text("Text"), text("1")}});
+  const auto processor = processorOfValues({{stringOf("A"), described("1")},
+                                            {stringOf("Broken"), dictionaryOf({})},
+                                            {stringOf("Text"), stringOf("1")}});
   const auto representationOf = [&processor](const char* key) {
     return processor->valueRepresentationForKey(String::create(key).get());
   };
@@ -193,16 +195,16 @@ TEST_F(TemplateProcessor, KeepsRepresentationsAndTheirFailures) {
 }
 
 TEST_F(TemplateProcessor, ResetsEvaluationsBeforeEachComputation) {
-  const auto processor = processorOfValues({{text("A"), described("1")}});
+  const auto processor = processorOfValues({{stringOf("A"), described("1")}});
   const auto representation = processor->valueRepresentationForKey(String::create("A").get());
   auto* context = castTo<ADMEvaluationContextBase>(&representation->evaluationContext()->object());
-  context->commonCache().setObject_forKey(text("kept"), text("key"));
+  context->commonCache().setObject_forKey(stringOf("kept"), stringOf("key"));
   EXPECT_EQ(descriptionOf(valueOf(*processor, "A")), "1");
   EXPECT_EQ(context->commonCache().count(), 0U);
 }
 
 TEST_F(TemplateProcessor, KeepsAValueForTheSession) {
-  const auto processor = processorOfValues({{text("List"), described("_Array(1)")}});
+  const auto processor = processorOfValues({{stringOf("List"), described("_Array(1)")}});
   const Value first = valueOf(*processor, "List");
   EXPECT_TRUE(valueOf(*processor, "List").isIdenticalTo(first));
   processor->startNewSession(false);
@@ -213,7 +215,7 @@ TEST_F(TemplateProcessor, KeepsAValueForTheSession) {
 }
 
 TEST_F(TemplateProcessor, KeepsNothingWhileThereAreNoServices) {
-  const auto processor = processorOfValues({{text("A"), described("1")}});
+  const auto processor = processorOfValues({{stringOf("A"), described("1")}});
   creator_->available = false;
   EXPECT_FALSE(processor->servicesAvailable());
   EXPECT_TRUE(valueOf(*processor, "A").isNil());
@@ -227,9 +229,9 @@ TEST_F(TemplateProcessor, KeepsNothingWhileThereAreNoServices) {
 }
 
 TEST_F(TemplateProcessor, ReportsErrorsInTheOrderOfTheTemplate) {
-  const auto processor = processorOfValues({{text("Z"), described("(5")},
-                                            {text("Fine"), described("1")},
-                                            {text("A"), dictionaryOf({})}});
+  const auto processor = processorOfValues({{stringOf("Z"), described("(5")},
+                                            {stringOf("Fine"), described("1")},
+                                            {stringOf("A"), dictionaryOf({})}});
   static_cast<void>(valueOf(*processor, "A"));
   static_cast<void>(valueOf(*processor, "Z"));
   static_cast<void>(valueOf(*processor, "Fine"));
@@ -244,12 +246,14 @@ TEST_F(TemplateProcessor, ReportsErrorsInTheOrderOfTheTemplate) {
 
 TEST_F(TemplateProcessor, KnowsWhereErrorsWereRaised) {
   const auto processor = processorOf(dictionaryOf(
-      {{text("TemplateMacroses"), dictionaryOf({{text("Less"), text("@arg0 lt \"x\"")}})},
-       {text("TemplateConstants"), dictionaryOf({{text("Wrong"), text("5 # 6")}})},
-       {text("TemplateValues"), dictionaryOf({{text("Direct"), described("1 + (2 lt \"x\")")},
-                                              {text("InMacro"), described("_Less(1)")},
-                                              {text("Constant"), described("$Wrong")},
-                                              {text("None"), dictionaryOf({})}})}}));
+      {{stringOf("TemplateMacroses"),
+        dictionaryOf({{stringOf("Less"), stringOf("@arg0 lt \"x\"")}})},
+       {stringOf("TemplateConstants"), dictionaryOf({{stringOf("Wrong"), stringOf("5 # 6")}})},
+       {stringOf("TemplateValues"),
+        dictionaryOf({{stringOf("Direct"), described("1 + (2 lt \"x\")")},
+                      {stringOf("InMacro"), described("_Less(1)")},
+                      {stringOf("Constant"), described("$Wrong")},
+                      {stringOf("None"), dictionaryOf({})}})}}));
   for (const char* key : {"Direct", "InMacro", "Constant", "None"}) {
     static_cast<void>(valueOf(*processor, key));
   }
@@ -273,9 +277,9 @@ TEST_F(TemplateProcessor, KnowsWhereErrorsWereRaised) {
 TEST_F(TemplateProcessor, CompilesAMacroOnceForAllValues) {
   // Every call records the error of the one compilation.
   const auto processor = processorOf(dictionaryOf(
-      {{text("TemplateMacroses"), dictionaryOf({{text("Broken"), text("(5")}})},
-       {text("TemplateValues"), dictionaryOf({{text("A"), described("_Broken()")},
-                                              {text("B"), described("1 + _Broken()")}})}}));
+      {{stringOf("TemplateMacroses"), dictionaryOf({{stringOf("Broken"), stringOf("(5")}})},
+       {stringOf("TemplateValues"), dictionaryOf({{stringOf("A"), described("_Broken()")},
+                                                  {stringOf("B"), described("1 + _Broken()")}})}}));
   static_cast<void>(valueOf(*processor, "A"));
   static_cast<void>(valueOf(*processor, "B"));
   const std::vector<TemplateError> errors = processor->errors();
@@ -284,8 +288,9 @@ TEST_F(TemplateProcessor, CompilesAMacroOnceForAllValues) {
 }
 
 TEST_F(TemplateProcessor, GivesAllValuesInTheOrderOfTheTemplate) {
-  const auto processor = processorOfValues(
-      {{text("Z"), described("1")}, {text("Nil"), described("@nil")}, {text("A"), described("2")}});
+  const auto processor = processorOfValues({{stringOf("Z"), described("1")},
+                                            {stringOf("Nil"), described("@nil")},
+                                            {stringOf("A"), described("2")}});
   const RefPtr<Dictionary> all = processor->entireInfo();
   ASSERT_EQ(all->count(), 2U);
   EXPECT_EQ(descriptionOf(all->begin()->key), "Z");
@@ -293,8 +298,8 @@ TEST_F(TemplateProcessor, GivesAllValuesInTheOrderOfTheTemplate) {
 }
 
 TEST_F(TemplateProcessor, TakesAllValuesFromTheSession) {
-  const auto processor =
-      processorOfValues({{text("A"), described("_Array(1)")}, {text("B"), described("_Array(2)")}});
+  const auto processor = processorOfValues(
+      {{stringOf("A"), described("_Array(1)")}, {stringOf("B"), described("_Array(2)")}});
   const Value first = valueOf(*processor, "A");
   const RefPtr<Dictionary> all = processor->entireInfo();
   EXPECT_TRUE(all->objectForKey("A").isIdenticalTo(first));
@@ -304,22 +309,22 @@ TEST_F(TemplateProcessor, TakesAllValuesFromTheSession) {
 TEST_F(TemplateProcessor, SkipsKeysThatAreNoTexts) {
   const auto processor = processorOfValues({{Number::integer(1), described("1")},
                                             {Value::null(), described("1")},
-                                            {text("A"), described("1")}});
+                                            {stringOf("A"), described("1")}});
   EXPECT_EQ(processor->entireInfo()->count(), 1U);
   EXPECT_FALSE(processor->errorInfo());
 }
 
 TEST_F(TemplateProcessor, IsMadeAndAskedByName) {
   const Value configuration =
-      dictionaryOf({{text("TemplateValues"), dictionaryOf({{text("A"), described("1")}})}});
+      dictionaryOf({{stringOf("TemplateValues"), dictionaryOf({{stringOf("A"), described("1")}})}});
   const Value processor =
       instantiate(ADMTemplateProcessor::kClass,
                   Selector("initWithServiceCreator:configurationTemplate:inputParameters:"),
                   {creator_, configuration, Value()});
-  EXPECT_EQ(descriptionOf(send(processor, Selector("valueForKey:"), {text("A")})), "1");
+  EXPECT_EQ(descriptionOf(send(processor, Selector("valueForKey:"), {stringOf("A")})), "1");
   // The platform's look-up by key asks the same method.
   EXPECT_EQ(descriptionOf(valueForKey(processor, *String::create("A"))), "1");
-  EXPECT_FALSE(send(processor, Selector("valueRepresentationForKey:"), {text("A")}).isNil());
+  EXPECT_FALSE(send(processor, Selector("valueRepresentationForKey:"), {stringOf("A")}).isNil());
   EXPECT_EQ(send(processor, Selector("globalConfiguration")).object(),
             castTo<ADMTemplateProcessor>(processor)->globalConfiguration().get());
   EXPECT_TRUE(send(processor, Selector("errorInfo")).isNil());
@@ -330,26 +335,26 @@ TEST_F(TemplateProcessor, IsMadeAndAskedByName) {
 }
 
 TEST_F(TemplateProcessor, IsReachedThroughAHolderThatDoesNotOwnIt) {
-  auto processor = processorOfValues({{text("A"), described("1")}});
+  auto processor = processorOfValues({{stringOf("A"), described("1")}});
   const Value holder = processor->globalConfiguration()->objectForKey("EntireTemplateProcessor");
-  EXPECT_EQ(descriptionOf(send(holder, Selector("valueForKey:"), {text("A")})), "1");
+  EXPECT_EQ(descriptionOf(send(holder, Selector("valueForKey:"), {stringOf("A")})), "1");
   EXPECT_EQ(processor->referenceCount(), 1U);
   processor = nullptr;
-  EXPECT_TRUE(send(holder, Selector("valueForKey:"), {text("A")}).isNil());
+  EXPECT_TRUE(send(holder, Selector("valueForKey:"), {stringOf("A")}).isNil());
 }
 
 TEST_F(TemplateProcessor, HoldersAreMadeByName) {
-  const auto processor = processorOfValues({{text("A"), described("1")}});
+  const auto processor = processorOfValues({{stringOf("A"), described("1")}});
   const Value holder = instantiate(ADMTemplateProcessorHolder::kClass,
                                    Selector("initWithTemplateProcessor:"), {Value(processor)});
   EXPECT_EQ(descriptionOf(valueForKey(holder, *String::create("A"))), "1");
 }
 
 TEST_F(TemplateProcessor, LivesOnAfterValuesInACircle) {
-  const auto processor = processorOfValues({{text("Self"), described("[Self]")},
-                                            {text("A"), described("[B]")},
-                                            {text("B"), described("1 + [A]")},
-                                            {text("Fine"), described("5")}});
+  const auto processor = processorOfValues({{stringOf("Self"), described("[Self]")},
+                                            {stringOf("A"), described("[B]")},
+                                            {stringOf("B"), described("1 + [A]")},
+                                            {stringOf("Fine"), described("5")}});
   runOnStackOf(std::size_t{1024} * 1024, [&] {
     for (const char* key : {"Self", "A", "B"}) {
       EXPECT_EQ(reasonOf([&] { static_cast<void>(valueOf(*processor, key)); }), "nested too deeply")
@@ -366,7 +371,7 @@ TEST_F(TemplateProcessor, ReachesALongChainOfValues) {
     values.set("V" + std::to_string(i), described("[V" + std::to_string(i + 1) + "]"));
   }
   values.set("V" + std::to_string(kLength), described("\"end\""));
-  const auto processor = processorOf(dictionaryOf({{text("TemplateValues"), values.build()}}));
+  const auto processor = processorOf(dictionaryOf({{stringOf("TemplateValues"), values.build()}}));
   EXPECT_EQ(descriptionOf(valueOf(*processor, "V0")), "end");
 }
 
@@ -374,23 +379,24 @@ TEST_F(TemplateProcessor, TakesHugeTemplates) {
   DictionaryBuilder values;
   constexpr int kCount = 20'000;
   for (int i = 0; i < kCount; ++i) {
-    values.set("V" + std::to_string(i), i % 2 == 0 ? described(std::to_string(i)) : text("odd"));
+    values.set("V" + std::to_string(i),
+               i % 2 == 0 ? described(std::to_string(i)) : stringOf("odd"));
   }
   values.set("Long", described("\"" + std::string(1'000'000, 'x') + "\""));
-  const auto processor = processorOf(dictionaryOf({{text("TemplateValues"), values.build()}}));
+  const auto processor = processorOf(dictionaryOf({{stringOf("TemplateValues"), values.build()}}));
   EXPECT_EQ(processor->entireInfo()->count(), kCount / 2 + 1U);
   EXPECT_FALSE(processor->errorInfo());
 }
 
 TEST_F(TemplateProcessor, TakesDeepTemplates) {
-  const Value deep = nestedDictionaries(200'000, text("1"));
+  const Value deep = nestedDictionaries(200'000, stringOf("1"));
   const auto processor = processorOf(dictionaryOf(
-      {{text("TemplateConstants"), deep},
-       {text("TemplateMacroses"), deep},
-       {text("TemplateValues"),
-        dictionaryOf(
-            {{text("A"), deep},
-             {text("B"), dictionaryOf({{text("Value"), deep}, {text("Filter"), deep}})}})}}));
+      {{stringOf("TemplateConstants"), deep},
+       {stringOf("TemplateMacroses"), deep},
+       {stringOf("TemplateValues"),
+        dictionaryOf({{stringOf("A"), deep},
+                      {stringOf("B"),
+                       dictionaryOf({{stringOf("Value"), deep}, {stringOf("Filter"), deep}})}})}}));
   EXPECT_TRUE(valueOf(*processor, "A").isNil());
   EXPECT_EQ(reasonOf([&] { static_cast<void>(valueOf(*processor, "B")); }), "nested too deeply");
 }
@@ -401,11 +407,11 @@ TEST_F(TemplateProcessor, TakesWhatIsOfTheWrongType) {
                            Value::boolean(true),
                            Number::integer(5),
                            Value(Number::real(2.5)),
-                           text("text"),
-                           text(""),
-                           arrayOf({text("1")}),
+                           stringOf("text"),
+                           stringOf(""),
+                           arrayOf({stringOf("1")}),
                            dictionaryOf({}),
-                           dictionaryOf({{text("Value"), Value::null()}})};
+                           dictionaryOf({{stringOf("Value"), Value::null()}})};
   const auto ask = [this](const Value& configuration, const Value& input) {
     const auto processor = processorOf(configuration, input);
     for (const char* key : {"A", "Value", "1"}) {
@@ -418,22 +424,23 @@ TEST_F(TemplateProcessor, TakesWhatIsOfTheWrongType) {
   for (const Value& value : odd) {
     for (const char* section : {"TemplateValues", "TemplateConstants", "TemplateMacroses"}) {
       DictionaryBuilder sections;
-      sections.set("TemplateValues", dictionaryOf({{text("A"), described("_A($A + [A1], @nil)")}}));
+      sections.set("TemplateValues",
+                   dictionaryOf({{stringOf("A"), described("_A($A + [A1], @nil)")}}));
       sections.set(section, value);
-      ask(sections.build(), dictionaryOf({{text("A"), value}}));
+      ask(sections.build(), dictionaryOf({{stringOf("A"), value}}));
       sections = DictionaryBuilder();
       sections.set("TemplateValues",
-                   dictionaryOf({{text("A"), described("_A($A + _InputValue(\"A\"))")}}));
-      sections.set(section, dictionaryOf({{text("A"), value}}));
+                   dictionaryOf({{stringOf("A"), described("_A($A + _InputValue(\"A\"))")}}));
+      sections.set(section, dictionaryOf({{stringOf("A"), value}}));
       ask(sections.build(), value);
     }
     for (const char* part :
          {"Value", "ServiceName", "EvaluationContext", "Filter", "Range", "AcceptsEmptyArray"}) {
       DictionaryBuilder description;
-      description.set("Value", text("1"));
+      description.set("Value", stringOf("1"));
       description.set(part, value);
       ask(dictionaryOf(
-              {{text("TemplateValues"), dictionaryOf({{text("A"), description.build()}})}}),
+              {{stringOf("TemplateValues"), dictionaryOf({{stringOf("A"), description.build()}})}}),
           Value());
     }
   }

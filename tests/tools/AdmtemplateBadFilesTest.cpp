@@ -20,7 +20,7 @@ namespace {
 using namespace std::string_literals;
 using ::testing::HasSubstr;
 
-constexpr std::string_view kTemplate =
+constexpr std::string_view kGoodTemplate =
     "<plist><dict><key>TemplateValues</key><dict>"
     "<key>One</key><dict><key>Value</key><string>1</string></dict></dict></dict></plist>";
 
@@ -45,7 +45,7 @@ ChildResult eval(std::vector<std::string> arguments) {
 // The same file as template, device description and input.
 class AdmtemplateBadFiles : public ::testing::TestWithParam<std::string_view> {
  protected:
-  AdmtemplateBadFiles() { writeFile(template_, kTemplate); }
+  AdmtemplateBadFiles() { writeFile(template_, kGoodTemplate); }
 
   ChildResult evalOver(const std::string& file) {
     if (GetParam() == "template") return eval({file});
@@ -104,8 +104,8 @@ TEST_P(AdmtemplateBadFiles, AreNoGoodXML) {
 }
 
 TEST_P(AdmtemplateBadFiles, EndTooEarly) {
-  for (std::size_t length = 0; length + 8 < kTemplate.size(); length += 11) {
-    const ChildResult result = evalOver(kTemplate.substr(0, length));
+  for (std::size_t length = 0; length + 8 < kGoodTemplate.size(); length += 11) {
+    const ChildResult result = evalOver(kGoodTemplate.substr(0, length));
     EXPECT_EQ(result.exitStatus, 2) << length;
     EXPECT_THAT(result.errors, HasSubstr(file_));
   }

@@ -18,7 +18,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
+constexpr std::string_view kEvalTemplate = R"(<plist version="1.0"><dict>
 <key>TemplateValues</key><dict>
   <key>Model</key>
   <dict><key>Value</key><string>"Printer " + {Name}</string>
@@ -32,7 +32,7 @@ constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
 </dict></plist>
 )";
 
-constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
+constexpr std::string_view kEvalDevice = R"(<plist version="1.0"><dict>
 <key>DeviceID</key><string>MFG:Acme;MDL:M1;CMD:PCL;</string>
 <key>StatusServices</key><dict><key>DMFDeviceStatus</key><dict><key>Features</key><dict>
   <key>Name</key><dict><key>Value</key><string>M1</string></dict>
@@ -43,8 +43,8 @@ constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
 class AdmtemplateEval : public ::testing::Test {
  protected:
   AdmtemplateEval() {
-    writeFile(template_, kTemplate);
-    writeFile(device_, kDevice);
+    writeFile(template_, kEvalTemplate);
+    writeFile(device_, kEvalDevice);
     writeFile(input_, "<plist><dict><key>Start</key><integer>4</integer></dict></plist>");
   }
 

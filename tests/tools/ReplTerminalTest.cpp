@@ -16,7 +16,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
+constexpr std::string_view kTerminalTemplate = R"(<plist version="1.0"><dict>
 <key>TemplateValues</key><dict>
   <key>Levels</key><dict><key>Value</key><string>"first"</string></dict>
   <key>Low</key><dict><key>Value</key><string>1</string></dict>
@@ -29,7 +29,7 @@ constexpr std::string_view kEnd = "\x04";
 
 class ReplTerminal : public ::testing::Test {
  protected:
-  ReplTerminal() { writeFile(template_, kTemplate); }
+  ReplTerminal() { writeFile(template_, kTerminalTemplate); }
   [[nodiscard]] TerminalSession start() const {
     return TerminalSession({ADMTEMPLATE, "repl", template_},
                            {"PATH=/usr/bin:/bin", "TERM=xterm", "HOME=" + folder_.path().string(),
@@ -121,7 +121,7 @@ TEST_F(ReplTerminal, ReadsTheFilesAgain) {
   ASSERT_TRUE(session.waitForPrompt());
   session.type("[Levels]\n");
   ASSERT_TRUE(session.waitFor("\nfirst\r\n"));
-  std::string changed(kTemplate);
+  std::string changed(kTerminalTemplate);
   changed.replace(changed.find("first"), 5, "second");
   writeFile(template_, changed);
   session.type(":reload\n[Levels]\n");

@@ -14,7 +14,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
+constexpr std::string_view kReplTemplate = R"(<plist version="1.0"><dict>
 <key>TemplateValues</key><dict>
   <key>Full</key>
   <dict><key>ServiceName</key><string>S</string><key>Range</key><string>@list</string>
@@ -27,7 +27,7 @@ constexpr std::string_view kTemplate = R"(<plist version="1.0"><dict>
 </dict></plist>
 )";
 
-constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
+constexpr std::string_view kReplDevice = R"(<plist version="1.0"><dict>
 <key>StatusServices</key><dict>
   <key>S</key><dict><key>Messages</key><dict>
     <key>list</key><array><string>a</string><string>b</string></array>
@@ -40,8 +40,8 @@ constexpr std::string_view kDevice = R"(<plist version="1.0"><dict>
 class Repl : public ::testing::Test {
  protected:
   Repl() {
-    writeFile(template_, kTemplate);
-    writeFile(device_, kDevice);
+    writeFile(template_, kReplTemplate);
+    writeFile(device_, kReplDevice);
   }
   ChildResult run(const std::string& lines, std::vector<std::string> more = {}) {
     std::vector<std::string> arguments{"repl", template_, "--device", device_, "--service", "S"};

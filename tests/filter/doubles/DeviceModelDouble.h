@@ -1,6 +1,7 @@
 // A device-model framework that follows a script.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,5 +40,9 @@ struct DeviceModelDouble {
   /// What the interpreter was given.
   std::string interpretedID;
 };
+
+/// The classes that the filter finds when the framework is there.
+inline constexpr std::array<const Class*, 2> kDeviceModelDouble{
+    &DeviceModelDouble::kCoreFactoryClass, &DeviceModelDouble::kInterpreterClass};
 
 }  // namespace commandfilter::testing

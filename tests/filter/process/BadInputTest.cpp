@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "TestBundles.h"
+#include "process/Echo.h"
 #include "process/FilterApplication.h"
 #include "support/File.h"
 
@@ -17,11 +18,10 @@ using namespace std::string_literals;
 using testing::addBundle;
 using testing::FilterApplication;
 using testing::Job;
+using testing::kEcho;
 using testing::Outcome;
 using testing::propertyList;
 using testing::writeFile;
-
-const std::string kEcho = "echo is born\necho answers: Echo\necho is dead\n";
 
 class BadInput : public ::testing::Test {
  protected:

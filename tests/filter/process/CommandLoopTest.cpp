@@ -5,6 +5,7 @@
 #include <string>
 
 #include "TestBundles.h"
+#include "process/Echo.h"
 #include "process/FilterApplication.h"
 
 namespace commandfilter {
@@ -14,6 +15,7 @@ namespace fs = std::filesystem;
 using testing::FilterApplication;
 using ::testing::HasSubstr;
 using testing::Job;
+using testing::kEcho;
 using ::testing::Not;
 using testing::Outcome;
 using ::testing::StartsWith;
@@ -29,8 +31,6 @@ class CommandLoop : public ::testing::Test {
 
   FilterApplication application_;
 };
-
-const std::string kEcho = "echo is born\necho answers: Echo\necho is dead\n";
 
 TEST_F(CommandLoop, ReportsTheAnswerOfAnExecutor) {
   application_.addPlugIn("Echo");

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "filter/DummyJobs.h"
 #include "process/FilterApplication.h"
 #include "support/BackendDouble.h"
 #include "support/File.h"
@@ -21,9 +22,10 @@ using testing::BackendDouble;
 using testing::FilterApplication;
 using ::testing::HasSubstr;
 using testing::Job;
+using testing::kGetDeviceID;
+using testing::kOK;
+using testing::kPacket;
 using testing::Outcome;
-
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
 
 class DeviceModel : public ::testing::Test {
  protected:
@@ -98,9 +100,6 @@ class DeviceWithBackend : public DeviceModel {
   Job job_{"#CUPS-COMMAND\n"};
   std::string requests_;
 };
-constexpr int kGetDeviceID = 4;
-constexpr int kOK = 1;
-
 TEST_F(DeviceWithBackend, EndsWithWhatItSpeaksAfterOneRequest) {
   const auto identify = [](const std::string& identifier) {
     return [identifier](BackendDouble& self, int) { self.send(kGetDeviceID, kOK, identifier); };

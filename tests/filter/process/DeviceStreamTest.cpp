@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "filter/DummyJobs.h"
 #include "process/FilterApplication.h"
 #include "support/File.h"
 
@@ -17,11 +18,10 @@ using ::testing::EndsWith;
 using testing::FilterApplication;
 using ::testing::HasSubstr;
 using testing::Job;
+using testing::kPacket;
+using testing::kZeros;
 using testing::Outcome;
 using ::testing::StartsWith;
-
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
-const std::string kZeros(1024, '\0');
 
 class DeviceStream : public ::testing::Test {
  protected:

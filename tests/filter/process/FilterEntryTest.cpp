@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "process/Echo.h"
 #include "process/FilterApplication.h"
 
 namespace commandfilter {
@@ -13,10 +14,10 @@ namespace {
 namespace fs = std::filesystem;
 using testing::FilterApplication;
 using testing::Job;
+using testing::kEcho;
 using testing::Outcome;
 
 const std::string kCommandFile = "#CUPS-COMMAND\nEcho\n";
-const std::string kEcho = "echo is born\necho answers: Echo\necho is dead\n";
 
 class FilterEntry : public ::testing::Test {
  protected:

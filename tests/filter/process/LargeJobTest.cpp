@@ -5,6 +5,7 @@
 #include <string>
 
 #include "TestBundles.h"
+#include "process/Echo.h"
 #include "process/FilterApplication.h"
 
 namespace commandfilter {
@@ -13,6 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::FilterApplication;
 using testing::Job;
+using testing::kEcho;
 using testing::Outcome;
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -26,7 +28,6 @@ constexpr bool kSanitized = false;
 constexpr std::size_t kHundredMegabytes = 100'000'000;
 constexpr std::size_t kTenMegabytes = 10'000'000;
 const std::string kHeader = "#CUPS-COMMAND\n";
-const std::string kEcho = "echo is born\necho answers: Echo\necho is dead\n";
 
 std::string repeated(const std::string& text, std::size_t count) {
   std::string result;

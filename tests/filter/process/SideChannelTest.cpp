@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "filter/DummyJobs.h"
 #include "process/FilterApplication.h"
 #include "support/BackendDouble.h"
 #include "support/File.h"
@@ -19,13 +20,12 @@ namespace fs = std::filesystem;
 using testing::BackendDouble;
 using testing::FilterApplication;
 using testing::Job;
+using testing::kGetDeviceID;
+using testing::kOK;
+using testing::kPacket;
+using testing::kZeros;
 using testing::Outcome;
 
-constexpr int kGetDeviceID = 4;
-constexpr int kOK = 1;
-
-const std::string kPacket("\x24\x00\x10\x00\x00\x07\x00\x01\x00\x00\x00\xFF\xFF\xFF\xFF\x24", 16);
-const std::string kZeros(1024, '\0');
 const std::string kRequest(1, kGetDeviceID);
 
 // Jobs whose framework asks the filter's own device.
