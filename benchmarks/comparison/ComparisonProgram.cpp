@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <filesystem>
 #include <iterator>
 
@@ -20,6 +21,7 @@ struct Options {
   std::filesystem::path json;
   std::size_t engineTimes = 0;
   std::size_t luaTimes = 0;
+  bool check = false;
   bool reach = false;
 };
 
@@ -35,6 +37,7 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--engine-only", options.engineTimes,
                  "Only run the engine, so many times a row, for a profiler to look at");
   app.add_option("--lua-only", options.luaTimes, "The same with Lua");
+  app.add_flag("--check", options.check, "Only compare the results");
   app.add_flag("--reach", options.reach, "Exit with 1 when a limit is missed by more than noise");
 }
 
@@ -48,6 +51,13 @@ int run(const Options& options, const std::vector<Case>& cases) {
       const Contenders contenders = each.make();
       if (options.engineTimes > 0) contenders.ours->run(options.engineTimes);
       if (options.luaTimes > 0) contenders.lua->run(options.luaTimes);
+    }
+    return 0;
+  }
+  if (options.check) {
+    for (const Case& each : chosen) {
+      compared(each);
+      std::printf("%s: the same\n", each.name.c_str());
     }
     return 0;
   }

@@ -62,14 +62,19 @@ Verdict Row::verdict() const {
   return ratioToLua.first <= *limit ? Verdict::WithinNoise : Verdict::Missed;
 }
 
-Row measure(const Case& work, const Effort& effort) {
-  const Contenders contenders = work.make();
+Contenders compared(const Case& work) {
+  Contenders contenders = work.make();
   requireEqual(work.name, "Lua", contenders.lua->result(), contenders.ours->result());
-  std::vector<Contender*> all{contenders.ours.get(), contenders.lua.get()};
   if (contenders.plain) {
     requireEqual(work.name, "C++", contenders.plain->result(), contenders.ours->result());
-    all.push_back(contenders.plain.get());
   }
+  return contenders;
+}
+
+Row measure(const Case& work, const Effort& effort) {
+  const Contenders contenders = compared(work);
+  std::vector<Contender*> all{contenders.ours.get(), contenders.lua.get()};
+  if (contenders.plain) all.push_back(contenders.plain.get());
   std::vector<std::size_t> times(all.size());
   std::vector<std::vector<double>> samples(all.size());
   double roundMilliseconds = 0;

@@ -38,6 +38,10 @@ struct Row {
   Verdict verdict() const;
 };
 
+// The programs of a case, which give the same.
+// @throws std::runtime_error when their results differ.
+Contenders compared(const Case& work);
+
 // Measures a case: all contenders in every round, each time in another order. The time is that of
 // the processor, so that other programs take none of it.
 // @throws std::runtime_error when the results differ.

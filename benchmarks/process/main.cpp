@@ -33,7 +33,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kLeastRounds = 100;
+constexpr int kLeastRounds = 10;
 constexpr char kHeader[] = "#CUPS-COMMAND\n";
 constexpr char kUnknownCommand[] = "NoPlugInAnswersThisCommand";
 
