@@ -15,6 +15,7 @@ void append(ValueVector& elements, const Value& value) {
     checkArraySize(elements.size() + array->count());
     elements.insert(elements.end(), array->begin(), array->end());
   } else {
+    checkArraySize(elements.size() + 1);
     elements.push_back(value.orNull());
   }
 }

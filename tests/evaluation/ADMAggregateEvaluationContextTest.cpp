@@ -167,11 +167,11 @@ TEST(AggregateContext, KeepsItsTextWhenADescriptionIsTooDeep) {
 }
 
 // Whoever calls a procedure in a step may catch what the procedure's arguments raise, and go on.
-
 TEST(AggregateContext, KeepsItsArrayWhenAnElementIsTooMuch) {
-  const Ref<TestContext> parent = TestContext::create(
-      {{"many", Array::create(std::vector<Value>(kLargestArray, numberOf(0)))}});
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), Value(), parent);
+  const Ref<TestContext> parent =
+      TestContext::create({{"many", Array::create(ValueVector(kLargestArray, numberOf(0)))}});
+  const Ref<ADMAggregateEvaluationContext> context =
+      aggregateContextOver(rangeOf(1), Value(), parent);
   context->setInitialValue(arrayOf({stringOf("x")}));
   EXPECT_EQ(reasonOf([&] { static_cast<void>(evaluate("@initial + @many", context)); }),
             "a value is too large");
@@ -183,7 +183,8 @@ TEST(AggregateContext, KeepsItsArrayWhenAnElementIsTooMuch) {
 
 TEST(AggregateContext, KeepsItsDictionaryWhenAKeyIsNone) {
   const Ref<TestContext> parent = TestContext::create({{"key", NoKey::create()}});
-  const Ref<ADMAggregateEvaluationContext> context = contextOver(rangeOf(1), Value(), parent);
+  const Ref<ADMAggregateEvaluationContext> context =
+      aggregateContextOver(rangeOf(1), Value(), parent);
   context->setInitialValue(DictionaryBuilder().build());
   EXPECT_EQ(reasonOf([&] { static_cast<void>(evaluate("@initial + (1, @key)", context)); }),
             "no key");

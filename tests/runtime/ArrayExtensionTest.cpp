@@ -6,11 +6,14 @@
 
 #include "TestValues.h"
 #include "runtime/Comparison.h"
+#include "runtime/SizeLimits.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter {
 namespace {
 
 using testing::arrayOf;
+using testing::reasonOf;
 using testing::stringOf;
 
 TEST(ArrayExtension, AppendsTheElementsOfAnArray) {
@@ -56,6 +59,18 @@ TEST(ArrayExtension, BuildsALongArrayPieceByPiece) {
   Value array = arrayOf({});
   for (int i = 0; i < 100'000; ++i) array = arrayExtendedBy(std::move(array), Number::integer(i));
   EXPECT_EQ(static_cast<Array*>(array.object())->count(), 100'000U);
+}
+
+TEST(ArrayExtension, StopsAtTheLargestArray) {
+  Value left = Array::create(ValueVector(kLargestArray - 1, Number::integer(0)));
+  Ref<Array> largest = arrayExtendedBy(std::move(left), stringOf("a"));
+  EXPECT_EQ(largest->count(), kLargestArray);
+  // Held by somebody else, and by nobody.
+  EXPECT_EQ(reasonOf([&] { static_cast<void>(arrayExtendedBy(largest, stringOf("a"))); }),
+            "a value is too large");
+  EXPECT_EQ(
+      reasonOf([&] { static_cast<void>(arrayExtendedBy(std::move(largest), stringOf("a"))); }),
+      "a value is too large");
 }
 
 }  // namespace

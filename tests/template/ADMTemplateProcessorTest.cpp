@@ -1,4 +1,3 @@
-#include "runtime/ValueVector.h"
 #include "template/ADMTemplateProcessor.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +12,7 @@
 #include "runtime/KeyValueLookup.h"
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
+#include "runtime/ValueVector.h"
 #include "template/ServiceCreatorDouble.h"
 
 namespace commandfilter::testing {

@@ -1,4 +1,3 @@
-#include "runtime/ValueVector.h"
 #include "template/status/ADMStatusServiceProxy.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +9,7 @@
 #include <string_view>
 
 #include "runtime/Exception.h"
+#include "runtime/ValueVector.h"
 #include "template/status/doubles/ProxyFixture.h"
 
 namespace commandfilter::testing {
