@@ -15,15 +15,9 @@ namespace {
 
 // Up to this many entries a scan is faster than a table, and takes no memory.
 constexpr std::size_t kScanned = 8;
-constexpr std::size_t kFirstRoom = 4;
+constexpr std::size_t kFirstRoom = 2;
 constexpr std::uint32_t kFree = UINT32_MAX;
 constexpr Value kNil;
-
-// Hashes of numbers and addresses differ in few bits; all of them take part in the choice.
-std::uint32_t tagOf(std::size_t hash) noexcept {
-  constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
-  return static_cast<std::uint32_t>(((hash ^ (hash >> 32U)) * kGoldenRatio) >> 32U);
-}
 
 const String& textIn(const Value& text) noexcept {
   return static_cast<const String&>(*text.object());
@@ -32,8 +26,9 @@ const String& textIn(const Value& text) noexcept {
 // A key against one that is no text, or written otherwise. Apart from the look-up of what is usual,
 // which would otherwise make room for it whenever it begins. The hashes come first: they tell long
 // keys apart.
-[[gnu::cold, gnu::noinline]] bool isEqualToOther(const Value& candidate, const Value& key) {
-  return hashOf(candidate) == hashOf(key) && equal(candidate, key);
+[[gnu::cold, gnu::noinline]] bool isEqualToOther(const Value& candidate, const Value& key,
+                                                 std::size_t hash) {
+  return candidate.isIdenticalTo(key) || (hashOf(candidate) == hash && equal(candidate, key));
 }
 
 bool isShortText(const Value& key) noexcept {
@@ -87,22 +82,24 @@ const DictionaryEntry* DictionaryEntries::findText(const Value& key) const {
   const auto matches = [&](const Value& candidate) {
     if (candidate.object() == &text) return true;
     return candidate.isKind(ObjectKind::String) ? sameText(textIn(candidate).view(), text.view())
-                                                : isEqualToOther(candidate, key);
+                                                : isEqualToOther(candidate, key, text.hash());
   };
-  return slots_.empty() ? scan(matches) : probe(tagOf(text.hash()), matches);
+  return slots_.empty() ? scan(matches) : probe(tableHash(text.hash()), matches);
 }
 
 const DictionaryEntry* DictionaryEntries::findNumber(const Value& key) const {
   const Number number = key.number();
   const auto matches = [&](const Value& candidate) {
-    return candidate.isNumber() ? candidate.number() == number : isEqualToOther(candidate, key);
+    return candidate.isNumber() ? candidate.number() == number
+                                : isEqualToOther(candidate, key, number.hash());
   };
-  return slots_.empty() ? scan(matches) : probe(tagOf(number.hash()), matches);
+  return slots_.empty() ? scan(matches) : probe(tableHash(number.hash()), matches);
 }
 
 const DictionaryEntry* DictionaryEntries::findOther(const Value& key) const {
-  const auto matches = [&](const Value& candidate) { return isEqualToOther(candidate, key); };
-  return slots_.empty() ? scan(matches) : probe(tagOf(hashOf(key)), matches);
+  const std::size_t hash = hashOf(key);
+  const auto matches = [&](const Value& candidate) { return isEqualToOther(candidate, key, hash); };
+  return slots_.empty() ? scan(matches) : probe(tableHash(hash), matches);
 }
 
 // What is not a short text among texts.
@@ -118,7 +115,7 @@ const Value& DictionaryEntries::objectForKey(const Value& key) const {
   if (!isShortText(key)) return lookUp(key);
   ShortTextSearch search(key);
   const DictionaryEntry* entry =
-      slots_.empty() ? scan(search) : probe(tagOf(textIn(key).hash()), search);
+      slots_.empty() ? scan(search) : probe(tableHash(textIn(key).hash()), search);
   if (entry != nullptr) return entry->value;
   return search.metOnlyTexts() ? kNil : lookUp(key);
 }
@@ -128,7 +125,7 @@ const Value& DictionaryEntries::objectForKey(std::string_view key) const noexcep
     return candidate.isKind(ObjectKind::String) && sameText(textIn(candidate).view(), key);
   };
   const DictionaryEntry* entry =
-      slots_.empty() ? scan(matches) : probe(tagOf(hashOfText(key)), matches);
+      slots_.empty() ? scan(matches) : probe(tableHash(hashOfText(key)), matches);
   return entry != nullptr ? entry->value : kNil;
 }
 
@@ -141,7 +138,11 @@ void DictionaryEntries::set(Value&& key, Value&& value) {
   assert(!key.isNil() && !value.isNil());
   const bool isText = key.isKind(ObjectKind::String);
   // A text is kept as it is.
-  if (!isText && key.isObject()) key = key.object()->dictionaryKey();
+  if (!isText && key.isObject()) {
+    key = key.object()->dictionaryKey();
+    // What has no hash is no key of a few entries either: every look-up would fail.
+    static_cast<void>(hashOf(key));
+  }
   const DictionaryEntry* entry = isText           ? findText(key)
                                  : key.isNumber() ? findNumber(key)
                                                   : findOther(key);
@@ -173,7 +174,9 @@ void DictionaryEntries::add(const Value& key, Value&& value) {
 }
 
 void DictionaryEntries::clear() noexcept {
-  entries_.clear();
+  if (entries_.empty()) return;
+  // What goes may ask for something in its turn, and finds nothing.
+  auto before = std::exchange(entries_, {});
   // What fills up again soon keeps its table, unless emptying it would take longer than that.
   constexpr std::size_t kKept = 4096;
   if (slots_.size() <= kKept) {
@@ -181,6 +184,8 @@ void DictionaryEntries::clear() noexcept {
   } else {
     slots_.clear();
   }
+  before.clear();
+  if (entries_.capacity() == 0) entries_ = std::move(before);
 }
 
 // In the first free slot along the probe sequence.
@@ -198,7 +203,7 @@ void DictionaryEntries::makeSlots(std::size_t least) {
   }
   if (slots_.empty()) {
     for (std::size_t place = 0; place < entries_.size(); ++place) {
-      enter(slots, {tagOf(hashOf(entries_[place].key)), static_cast<std::uint32_t>(place)});
+      enter(slots, {tableHash(hashOf(entries_[place].key)), static_cast<std::uint32_t>(place)});
     }
   }
   slots_ = std::move(slots);
@@ -213,7 +218,7 @@ void DictionaryEntries::append(Value&& key, Value&& value) {
     return;
   }
   // Whatever may throw comes first: the hash may be that of a plug-in's object.
-  const std::uint32_t tag = tagOf(hashOf(key));
+  const std::uint32_t tag = tableHash(hashOf(key));
   if ((place + 1) * 2 > slots_.size()) makeSlots((place + 1) * 4);
   entries_.emplace_back(std::move(key), std::move(value));
   enter(slots_, {tag, static_cast<std::uint32_t>(place)});

@@ -42,8 +42,6 @@ class COMMANDFILTER_EXPORT String final : public Object {
     if (hash_ == 0) hash_ = hashOfText(view());
     return hash_;
   }
-  /// The hash if it has been asked for already, otherwise 0.
-  [[nodiscard]] std::size_t knownHash() const noexcept { return hash_; }
   /// The text itself; inside a collection in double quotes where the old property-list form
   /// needs them.
   void appendDescription(std::string& text, int level) const override;

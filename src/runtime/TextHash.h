@@ -27,6 +27,15 @@ template <typename Word>
 
 }  // namespace detail
 
+/// What a table takes of a hash, from the lowest bit on. Hashes of numbers, addresses and texts
+/// differ in few bits, and not in the same: all of them take part.
+[[nodiscard]] inline std::uint32_t tableHash(std::size_t hash) noexcept {
+  constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
+  // Not by half of the bits, which would take back what hashOfText() ends with.
+  constexpr unsigned kShift = 29;
+  return static_cast<std::uint32_t>(((hash ^ (hash >> kShift)) * kGoldenRatio) >> 32U);
+}
+
 /// A hash for tables in memory: not the same on every machine, and no protection from texts that
 /// were chosen to have the same. Keys and names are short, and for those the standard library's
 /// costs several times as much.

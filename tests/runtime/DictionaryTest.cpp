@@ -276,14 +276,18 @@ TEST(Dictionary, FindsTheObjectThatEqualsAText) {
 }
 
 TEST(Dictionary, StaysAsItIsWhenAKeyHasNoHash) {
-  for (const std::size_t size : {std::size_t{9}, std::size_t{16}, std::size_t{40}}) {
+  for (const std::size_t size : {0U, 3U, 8U, 9U, 16U, 40U}) {
     DictionaryBuilder builder(*numbered(size));
     EXPECT_THROW(builder.set(make<Word>(""), Value::boolean(true)), Exception);
     EXPECT_EQ(builder.count(), size);
     builder.set("next", Value::boolean(true));
     const Ref<Dictionary> dictionary = builder.build();
     EXPECT_TRUE(dictionary->objectForKey("next").isBoolean());
-    EXPECT_EQ(dictionary->objectForKey("key8").number().intValue(), 8);
+    EXPECT_TRUE(dictionary->objectForKey(Number::integer(4)).isNil());
+    for (std::size_t i = 0; i < size; ++i) {
+      EXPECT_EQ(dictionary->objectForKey("key" + std::to_string(i)).number().longValue(),
+                static_cast<int>(i));
+    }
   }
 }
 

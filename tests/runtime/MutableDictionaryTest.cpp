@@ -52,5 +52,38 @@ TEST(MutableDictionary, IsNoDictionary) {
   EXPECT_NE(castTo<MutableDictionary>(store), nullptr);
 }
 
+// Asks its dictionary for all keys when it goes, and puts one there.
+class Last final : public Object {
+ public:
+  Last(MutableDictionary& dictionary, std::size_t& found)
+      : dictionary_(&dictionary), found_(&found) {}
+  ~Last() override {
+    for (int i = 0; i < 100; ++i) {
+      if (!dictionary_->objectForKey(Number::integer(i)).isNil()) ++*found_;
+    }
+    dictionary_->setObject_forKey(Value::boolean(true), stringOf("left"));
+  }
+
+ private:
+  MutableDictionary* dictionary_;
+  std::size_t* found_;
+};
+
+TEST(MutableDictionary, IsEmptyForWhatGoesWithItsEntries) {
+  for (const int count : {1, 8, 9, 100}) {
+    const Ref<MutableDictionary> dictionary = MutableDictionary::create();
+    std::size_t found = 0;
+    for (int i = 0; i < count; ++i) {
+      dictionary->setObject_forKey(make<Last>(*dictionary, found), Number::integer(i));
+    }
+    dictionary->removeAllObjects();
+    EXPECT_EQ(found, 0U);
+    EXPECT_EQ(dictionary->count(), 1U);
+    EXPECT_TRUE(dictionary->objectForKey(stringOf("left")).isBoolean());
+    dictionary->removeAllObjects();
+    EXPECT_EQ(dictionary->count(), 0U);
+  }
+}
+
 }  // namespace
 }  // namespace commandfilter

@@ -41,15 +41,33 @@ TEST(TextHash, TellsTextsApartThatDifferInOneCharacter) {
   EXPECT_EQ(hashes.size(), texts);
 }
 
-// Tables take the low bits.
-TEST(TextHash, DiffersInItsLowBits) {
-  constexpr std::size_t kKeys = 4096;
+// How many first places of a table keys have that are as those of templates and devices.
+std::size_t placesOf(const std::string& prefix, int keys, std::size_t table) {
   std::set<std::size_t> places;
-  for (std::size_t i = 0; i < kKeys; ++i) {
-    places.insert(hashOfText("key" + std::to_string(i)) % kKeys);
+  for (int i = 0; i < keys; ++i) {
+    // Always three digits.
+    const std::string key = prefix + std::to_string(1000 + i).substr(1);
+    places.insert(tableHash(hashOfText(key)) % table);
   }
-  // As many as chance gives are 1 - 1/e of all.
-  EXPECT_GT(places.size(), kKeys / 2);
+  return places.size();
+}
+
+TEST(TextHash, SpreadsNumberedKeysOverATable) {
+  // Chance gives 83 of 100 in 256 and 806 of 1000 in 2048.
+  for (const std::string prefix : {"", "k", "key", "ink", "Ink#", "Supply", "markerColour",
+                                   "1.3.6.1.2.1.43.11.1.1.", "@supplyLevelForIdentifier:ink "}) {
+    EXPECT_GT(placesOf(prefix, 100, 256), 60U) << prefix;
+    EXPECT_GT(placesOf(prefix, 1000, 2048), 600U) << prefix;
+  }
+}
+
+TEST(TextHash, SpreadsNumbersAndAddressesOverATable) {
+  for (const std::size_t step :
+       {std::size_t{1}, std::size_t{16}, std::size_t{64}, std::size_t{1} << 32U}) {
+    std::set<std::size_t> places;
+    for (std::size_t i = 0; i < 1000; ++i) places.insert(tableHash(i * step) % 2048);
+    EXPECT_GT(places.size(), 600U) << step;
+  }
 }
 
 }  // namespace

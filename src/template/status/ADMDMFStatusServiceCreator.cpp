@@ -9,6 +9,7 @@
 #include "runtime/Dictionary.h"
 #include "runtime/Format.h"
 #include "runtime/Send.h"
+#include "runtime/ValueVector.h"
 #include "runtime/device_model/ADMServiceInfo.h"
 #include "runtime/device_model/DeviceModelConstants.h"
 #include "template/status/RecentQuestions.h"
@@ -140,10 +141,12 @@ void ADMDMFStatusServiceCreator::reinitializeServices() {
   if (statusServices_) statusServices_->removeAllObjects();
   if (!userInfos_) return;
   // Proxies may still hold a store; it must not keep what was answered.
-  for (const DictionaryEntry& entry : *userInfos_) {
-    static_cast<MutableDictionary*>(entry.value.object())->removeAllObjects();
-  }
+  ValueVector stores;
+  for (const DictionaryEntry& entry : *userInfos_) stores.push_back(entry.value);
   userInfos_->removeAllObjects();
+  for (const Value& store : stores) {
+    static_cast<MutableDictionary*>(store.object())->removeAllObjects();
+  }
 }
 
 std::uint64_t ADMDMFStatusServiceCreator::generation() const noexcept {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "runtime/ValueVector.h"
+
 namespace commandfilter {
 
 void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) {
@@ -28,7 +30,9 @@ void RecentAnswers::remember(const ServiceQuestion& question, const Kept& kept) 
 
 void RecentAnswers::forgetAnswers() noexcept {
   store_ = nullptr;
-  for (Entry& entry : entries_) entry.answer = Value();
+  // An answer that goes may ask for something in its turn.
+  ValueVector before;
+  for (Entry& entry : entries_) before.push_back(std::exchange(entry.answer, Value()));
 }
 
 void RecentAnswers::makeRoom() {
