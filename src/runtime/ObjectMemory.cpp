@@ -20,6 +20,10 @@ constexpr std::size_t kCutBytes = 1024;
 // One size alone may not use up the region.
 constexpr std::size_t kMostOfSize = std::size_t{256} * 1024;
 
+constexpr std::size_t kBytes = std::size_t{1024} * 1024;
+// No page of it is there until it is used.
+alignas(64) constinit std::array<std::byte, kBytes> region{};
+
 // What has been cut out of the region, in all and of each size.
 struct Cut {
   std::size_t bytes = 0;
@@ -36,21 +40,20 @@ bool ownsRegion() noexcept {
 
 }  // namespace
 
-constinit std::array<std::byte, ObjectMemory::kRegionBytes> ObjectMemory::region_{};
-constinit thread_local std::array<ObjectMemory::Block*, ObjectMemory::kSizes>
-    ObjectMemory::shelves_{};
+constinit thread_local ObjectMemory::Store ObjectMemory::store_{.region = region.data()};
 
 bool ObjectMemory::fill(std::size_t place) noexcept {
+  static_assert(kBytes == kRegionBytes);
   static_assert(std::tuple_size_v<decltype(cut.ofSize)> == kSizes);
   if (!kHasRegion || !ownsRegion()) return false;
   const std::size_t size = (place + 1) * kStep;
   const std::size_t bytes = std::max(kCutBytes / size, std::size_t{1}) * size;
   if (cut.ofSize[place] + bytes > kMostOfSize || cut.bytes + kCutBytes > kRegionBytes) return false;
-  std::byte* begin = region_.data() + cut.bytes;
+  std::byte* begin = region.data() + cut.bytes;
   cut.bytes += kCutBytes;
   cut.ofSize[place] += bytes;
   // The first one comes first.
-  for (std::size_t at = bytes; at != 0; at -= size) put(shelves_[place], begin + at - size);
+  for (std::size_t at = bytes; at != 0; at -= size) put(store_.shelves[place], begin + at - size);
   return true;
 }
 
@@ -59,5 +62,7 @@ void* ObjectMemory::allocateNew(std::size_t size) {
   if (place < kSizes && fill(place)) return allocate(size);
   return ::operator new(size);
 }
+
+void ObjectMemory::releaseOther(void* memory) noexcept { ::operator delete(memory); }
 
 }  // namespace commandfilter

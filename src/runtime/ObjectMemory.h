@@ -21,7 +21,7 @@ class COMMANDFILTER_EXPORT ObjectMemory {
   [[nodiscard]] static void* allocate(std::size_t size) {
     const std::size_t place = shelfOf(size);
     if (place < kSizes) {
-      Block*& shelf = shelves_[place];
+      Block*& shelf = store_.shelves[place];
       if (Block* block = shelf) [[likely]] {
         shelf = block->next;
         return block;
@@ -34,9 +34,9 @@ class COMMANDFILTER_EXPORT ObjectMemory {
   static void release(void* memory, std::size_t size) noexcept {
     const std::size_t place = shelfOf(size);
     if (place < kSizes && isOfRegion(memory)) [[likely]] {
-      put(shelves_[place], memory);
+      put(store_.shelves[place], memory);
     } else {
-      ::operator delete(memory);
+      releaseOther(memory);
     }
   }
 
@@ -52,22 +52,26 @@ class COMMANDFILTER_EXPORT ObjectMemory {
   static constexpr std::size_t shelfOf(std::size_t size) noexcept { return (size - 1) / kStep; }
   static bool isOfRegion(const void* memory) noexcept {
     return reinterpret_cast<std::uintptr_t>(memory) -
-               reinterpret_cast<std::uintptr_t>(region_.data()) <
+               reinterpret_cast<std::uintptr_t>(store_.region) <
            kRegionBytes;
   }
   static void put(Block*& shelf, void* memory) noexcept {
     shelf = new (memory) Block{shelf};  // NOLINT: built in the memory itself
   }
+  static void releaseOther(void* memory) noexcept;
   // Where the shelf of the size is empty, or there is none.
   [[nodiscard]] static void* allocateNew(std::size_t size);
   /// Cuts more blocks out of the region. False when it is another thread's or used up.
   static bool fill(std::size_t place) noexcept;
 
-  // No page of it is there until it is used.
-  alignas(64) static constinit std::array<std::byte, kRegionBytes> region_;
-  // The free blocks of each size. The storage model saves a call at every access.
-  [[gnu::tls_model("initial-exec")]] static constinit thread_local std::array<Block*, kSizes>
-      shelves_;
+  // The free blocks of each size, and where the region is: a program that is compiled without -fPIC
+  // would have a copy of the region itself.
+  struct Store {
+    std::array<Block*, kSizes> shelves{};
+    const std::byte* region;
+  };
+  // The storage model saves a call at every access.
+  [[gnu::tls_model("initial-exec")]] static constinit thread_local Store store_;
 };
 
 /// Has a container of the standard library take its memory from there.
