@@ -60,7 +60,7 @@ class Accumulation {
  private:
   bool appendToList() {
     additions_.clear();
-    appendingStep_->evaluate(context_, additions_);
+    appendingStep_->evaluate(context_, list_->count(), additions_);
     if (context_.lastError() != nullptr) return false;
     for (Value& addition : additions_) list_->append(std::move(addition));
     return true;

@@ -4,6 +4,7 @@
 #include "expression/ADMEvaluationSelector.h"
 #include "runtime/Array.h"
 #include "runtime/Cast.h"
+#include "runtime/SizeLimits.h"
 #include "runtime/String.h"
 
 namespace commandfilter {
@@ -25,12 +26,15 @@ std::optional<AppendingStep> AppendingStep::ofItem(const ADMEvaluationItemBase& 
   return AppendingStep(std::move(values));
 }
 
-void AppendingStep::evaluate(ADMEvaluationContext& context, ValueVector& additions) const {
+void AppendingStep::evaluate(ADMEvaluationContext& context, std::size_t count,
+                             ValueVector& additions) const {
   for (auto item = values_.rbegin(); item != values_.rend(); ++item) {
     Value value = (*item)->evaluate(context);
     if (const auto* array = castTo<Array>(value)) {
+      checkArraySize(count + additions.size() + array->count());
       additions.insert(additions.end(), array->begin(), array->end());
     } else if (!value.isNil()) {
+      checkArraySize(count + additions.size() + 1);
       additions.push_back(std::move(value));
     }
   }

@@ -1,6 +1,7 @@
 // Steps of aggregations that make an array longer.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -19,8 +20,10 @@ class AppendingStep {
   /// None for any other step.
   [[nodiscard]] static std::optional<AppendingStep> ofItem(const ADMEvaluationItemBase& item);
 
-  /// Evaluates the values in their order; puts what belongs behind an array into `additions`.
-  void evaluate(ADMEvaluationContext& context, ValueVector& additions) const;
+  /// Evaluates the values in their order; puts what belongs behind an array of `count` elements
+  /// into `additions`.
+  /// @throws Exception "a value is too large" when the array would be.
+  void evaluate(ADMEvaluationContext& context, std::size_t count, ValueVector& additions) const;
 
  private:
   explicit AppendingStep(std::vector<const ADMEvaluationItemBase*> values) noexcept

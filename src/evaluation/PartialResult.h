@@ -1,6 +1,7 @@
 // Results of procedures that expressions can look at while they grow.
 #pragma once
 
+#include <cstddef>
 #include <utility>
 
 #include "runtime/Array.h"
@@ -39,6 +40,7 @@ class CollectedElements final : public PartialResult {
 
   [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
   void append(Value element);
+  [[nodiscard]] std::size_t count() const noexcept { return elements_->count(); }
   [[nodiscard]] Ref<Array> elementsSoFar() override { return elements_; }
 
  private:

@@ -4,6 +4,8 @@
 
 #include "expression/Expressions.h"
 #include "expression/TestService.h"
+#include "runtime/SizeLimits.h"
+#include "runtime/ValueVector.h"
 
 namespace commandfilter::testing {
 namespace {
@@ -244,6 +246,20 @@ TEST(Aggregations, WalkOverAMillionElements) {
   const Value text = evaluate(R"(_Aggregate(@list, @initial + "x"))", context);
   ASSERT_NE(castTo<String>(text), nullptr);
   EXPECT_EQ(castTo<String>(text)->text(), std::string(kMillion, 'x'));
+}
+
+TEST(Aggregate, StopsAtTheLargestArray) {
+  const Ref<TestContext> context =
+      TestContext::create({{"half", Array::create(ValueVector(kLargestArray / 2, numberOf(0)))}});
+  for (const std::string_view step :
+       {"@initial + @half", "@initial + 1 + @half", "@initial + @half + @half + 1"}) {
+    EXPECT_EQ(reasonOf([&] {
+                static_cast<void>(evaluate(
+                    "_Aggregate(_Array(1, 2, 3), " + std::string(step) + ", _Array())", context));
+              }),
+              "a value is too large")
+        << step;
+  }
 }
 
 }  // namespace
