@@ -221,13 +221,13 @@ ADMEvaluationProcessor* ADMStatusValueRepresentation::findCompiled(const String&
   const Ref<ADMEvaluationProcessor> made =
       ADMEvaluationProcessor::processorWithExpressionString_evaluationContext(
           Ref<String>(*castTo<String>(key)), context_);
-  // A plug-in's context that is told of an error may have the same compiled meanwhile.
-  if (evaluationProcessorsCache_.count() == before) {
-    evaluationProcessorsCache_.add(key, made);
-  } else {
-    evaluationProcessorsCache_.set(Value(key), made);
+  // A plug-in's context that is told of an error may have the same compiled meanwhile. What was
+  // made first stays: it is known by its address.
+  if (evaluationProcessorsCache_.count() != before) {
+    const Value& known = evaluationProcessorsCache_.objectForKey(key);
+    if (!known.isNil()) return static_cast<ADMEvaluationProcessor*>(known.object());
   }
-  placeOf(expression) = {&expression, made.get()};
+  evaluationProcessorsCache_.add(key, made);
   return made.get();
 }
 

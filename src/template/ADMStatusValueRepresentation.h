@@ -1,8 +1,7 @@
 // A value of a template, made from its description.
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <cstddef>
 
 #include "evaluation/protocol/ADMArrayIteration.h"
 #include "evaluation/protocol/ADMEvaluationContext.h"
@@ -63,11 +62,6 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   template <typename T, typename... Arguments>
   friend Ref<T> make(Arguments&&... arguments);
 
-  struct Compiled {
-    const String* expression = nullptr;
-    ADMEvaluationProcessor* processor = nullptr;
-  };
-
   ADMStatusValueRepresentation(Description description, Ref<ADMEvaluationContext> context);
   ~ADMStatusValueRepresentation() override = default;
 
@@ -76,15 +70,18 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   [[nodiscard]] bool passesFilter();
   /// The compiled expression, borrowed; nullptr for the empty text.
   [[nodiscard]] ADMEvaluationProcessor* compiled(const String& expression) {
-    const Compiled& known = placeOf(expression);
-    return known.expression == &expression ? known.processor : findCompiled(expression);
+    // A value asks with the same few, known by their identity.
+    constexpr std::size_t kFew = 8;
+    std::size_t left = kFew;
+    for (const DictionaryEntry& entry : evaluationProcessorsCache_) {
+      if (entry.key.object() == &expression) {
+        return static_cast<ADMEvaluationProcessor*>(entry.value.object());
+      }
+      if (--left == 0) break;
+    }
+    return findCompiled(expression);
   }
   [[nodiscard]] ADMEvaluationProcessor* findCompiled(const String& expression);
-  [[nodiscard]] Compiled& placeOf(const String& expression) noexcept {
-    // Texts lie at multiples of 16, so the lowest bits tell nothing.
-    const auto bits = reinterpret_cast<std::uintptr_t>(&expression);
-    return known_[(bits >> 4U ^ bits >> 6U) % known_.size()];
-  }
 
   Ref<ADMEvaluationContext> context_;
   /// The context as an iteration; nullptr for a single value.
@@ -95,8 +92,6 @@ class COMMANDFILTER_EXPORT ADMStatusValueRepresentation final
   bool doNotReturnEmptyArray_ = false;
   /// The compiled expressions by their texts.
   DictionaryEntries evaluationProcessorsCache_;
-  /// Some of them by the identity of the text that is their key: a value asks with the same few.
-  std::array<Compiled, 8> known_;
 };
 
 }  // namespace commandfilter
