@@ -33,7 +33,9 @@ template <typename Word>
   constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
   // Not by half of the bits, which would take back what hashOfText() ends with.
   constexpr unsigned kShift = 29;
-  return static_cast<std::uint32_t>(((hash ^ (hash >> kShift)) * kGoldenRatio) >> 32U);
+  std::uint64_t mixed = (hash ^ (hash >> kShift)) * kGoldenRatio;
+  mixed ^= mixed >> kShift;
+  return static_cast<std::uint32_t>(mixed >> 32U);
 }
 
 /// A hash for tables in memory: not the same on every machine, and no protection from texts that
