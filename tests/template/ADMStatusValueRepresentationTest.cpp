@@ -2,9 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
+#include <utility>
+
 #include "evaluation/ADMEvaluationContextBase.h"
+#include "evaluation/ADMSingleValueEvaluationContext.h"
 #include "runtime/Bundle.h"
 #include "runtime/Cast.h"
+#include "runtime/ClassRegistry.h"
 #include "runtime/Send.h"
 #include "runtime/TestValues.h"
 #include "template/LibraryClasses.h"
@@ -228,6 +234,52 @@ TEST(PlugInContext, OfABundleThatIsNotLoadedIsTheDefault) {
   ASSERT_TRUE(value);
   EXPECT_EQ(value->evaluationContext()->object().classInfo().name,
             "ADMSingleValueEvaluationContext");
+}
+
+// Does something when an error is recorded.
+class StartledContext final : public ADMSingleValueEvaluationContext {
+ public:
+  static const Class kClass;
+
+  static RefPtr<StartledContext> initWithStatusService_globalConfiguration(
+      Value statusService, RefPtr<Dictionary> configuration) {
+    return make<StartledContext>(std::move(statusService), std::move(configuration));
+  }
+
+  StartledContext(Value statusService, RefPtr<Dictionary> configuration)
+      : ADMSingleValueEvaluationContext(std::move(statusService), std::move(configuration)) {}
+
+  [[nodiscard]] const Class& classInfo() const noexcept override { return kClass; }
+  void setLastError(RefPtr<ADMEvaluationError> error) override {
+    ADMSingleValueEvaluationContext::setLastError(std::move(error));
+    if (const auto act = std::exchange(onError, {})) act();
+  }
+
+  std::function<void()> onError;
+};
+
+constexpr std::array kStartledInitializers{
+    initializer<&StartledContext::initWithStatusService_globalConfiguration>(
+        "initWithStatusService:globalConfiguration:")};
+constinit const Class StartledContext::kClass{.name = "StartledContext",
+                                              .base = &ADMSingleValueEvaluationContext::kClass,
+                                              .initializers = kStartledInitializers};
+constexpr std::array<const Class*, 1> kStartledClasses{&StartledContext::kClass};
+
+TEST(Representation, KeepsWhatItsContextHadCompiledMeanwhile) {
+  const ClassRegistry::Registration registration = ClassRegistry::shared().add(kStartledClasses);
+  const auto value = representationOf({{stringOf("EvaluationContext"), stringOf("StartledContext")},
+                                       {stringOf("Value"), stringOf("1")}});
+  ASSERT_TRUE(value);
+  auto* context = castTo<StartledContext>(&value->evaluationContext()->object());
+  ASSERT_NE(context, nullptr);
+  RefPtr<ADMEvaluationProcessor> first;
+  const auto again = [&] { return value->processorForExpression(String::create("(5").get()); };
+  context->onError = [&] { first = again(); };
+  const auto second = again();
+  ASSERT_TRUE(first);
+  EXPECT_EQ(second.get(), first.get());
+  EXPECT_EQ(again().get(), first.get());
 }
 
 }  // namespace

@@ -203,6 +203,39 @@ TEST_F(StatusServiceCreator, EmptiesTheStoresThatItForgets) {
   EXPECT_EQ(store->count(), 0U);
 }
 
+// Asks the creator for stores when it goes.
+class LastQuestion final : public Object {
+ public:
+  LastQuestion(ADMStatusServiceCreator& creator, std::string name)
+      : creator_(&creator), name_(std::move(name)) {}
+  ~LastQuestion() override {
+    for (int i = 0; i < 20; ++i) {
+      const RefPtr<MutableDictionary> store =
+          creator_->userInfoForServiceName(String::create(name_ + std::to_string(i)).get());
+      EXPECT_EQ(store->count(), 0U);
+      store->setObject_forKey(stringOf("late"), stringOf("answer"));
+    }
+  }
+
+ private:
+  ADMStatusServiceCreator* creator_;
+  std::string name_;
+};
+
+TEST_F(StatusServiceCreator, MayBeAskedByWhatGoes) {
+  script_.service = make<LastQuestion>(*creator_, "service");
+  static_cast<void>(serviceNamed("Test"));
+  script_.service = Value();
+  for (const std::string name : {"a", "b", "c"}) {
+    userInfoNamed(name)->setObject_forKey(make<LastQuestion>(*creator_, name), stringOf("answer"));
+  }
+  creator_->reinitializeServices();
+  EXPECT_EQ(creator_->statusServices().count(), 0U);
+  for (const std::string_view name : {"a", "b", "c"}) EXPECT_EQ(userInfoNamed(name)->count(), 0U);
+  creator_->reinitializeServices();
+  EXPECT_EQ(userInfoNamed("a0")->count(), 0U);
+}
+
 TEST_F(StatusServiceCreator, SaysWhenSomethingIsNotCurrentAnyMore) {
   std::uint64_t before = creator_->generation();
   EXPECT_NE(before, 0U);
