@@ -53,19 +53,41 @@ std::optional<std::string> BackendTransport::deviceID() {
 std::optional<SNMPEntry> BackendTransport::snmpRequest(BackendCommand command,
                                                        const ObjectID& object, double timeout) {
   if (snmpFailed_) return std::nullopt;
+  const auto answersIt = [&](const SNMPEntry& entry) {
+    return command == BackendCommand::SNMPGet ? entry.identifier == object
+                                              : entry.identifier > object;
+  };
   // The identifier goes with its final NUL.
   const std::string text = textOfObjectID(object);
-  const std::optional<std::string> data =
-      request(command, std::string_view(text.c_str(), text.size() + 1), timeout);
-  std::optional<SNMPEntry> entry = data ? parseSNMPAnswer(*data) : std::nullopt;
-  if (!entry) snmpFailed_ = true;
-  return entry;
+  const Deadline deadline(timeout);
+  bool hasAnswered = false;
+  // A backend sends the agent one packet, and one of the two on the way may be lost; an answer that
+  // came too late for the backend is there when it is asked the next time.
+  constexpr int kAttempts = 3;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const double left = attempt == 0 ? timeout : deadline.secondsLeft();
+    if (left <= 0) break;
+    const std::optional<std::string> data =
+        request(command, std::string_view(text.c_str(), text.size() + 1), left);
+    std::optional<SNMPEntry> entry = data ? parseSNMPAnswer(*data) : std::nullopt;
+    if (entry && answersIt(*entry)) {
+      hasAgent_ = true;
+      return entry;
+    }
+    hasAnswered = hasAnswered || entry;
+    // Behind its last object the agent names the one that was asked for, without a value.
+    if (entry && entry->identifier == object && entry->value.empty()) break;
+    // A device that has never answered may have no agent, and would let each attempt wait.
+    if (!hasAgent_ && !entry) break;
+  }
+  if (!hasAnswered) snmpFailed_ = true;
+  return std::nullopt;
 }
 
 std::optional<std::string> BackendTransport::snmpValue(const ObjectID& object) {
   std::optional<SNMPEntry> entry = snmpRequest(BackendCommand::SNMPGet, object, kRequestSeconds);
   // A missing object has an empty value.
-  if (!entry || entry->identifier != object || entry->value.empty()) return std::nullopt;
+  if (!entry || entry->value.empty()) return std::nullopt;
   return std::move(entry->value);
 }
 
@@ -82,8 +104,7 @@ std::vector<SNMPEntry> BackendTransport::snmpTable(const ObjectID& root) {
     }
     std::optional<SNMPEntry> entry =
         snmpRequest(BackendCommand::SNMPGetNext, last, std::min(left, kRequestSeconds));
-    // An agent at its end, or one that goes in circles, does not go on.
-    if (!entry || !isBelow(entry->identifier, root) || entry->identifier <= last) break;
+    if (!entry || !isBelow(entry->identifier, root)) break;
     bytes += entry->value.size();
     entries.push_back(std::move(*entry));
   }

@@ -14,8 +14,9 @@
 namespace commandfilter {
 
 /// The questions that the backend beside this process can be asked. A device ID is asked for once
-/// in the life of the process. An SNMP request that fails, or a table that takes too long, ends all
-/// of them: a device without an agent would let each of them wait.
+/// in the life of the process. An SNMP request that fails, of a device that has answered before
+/// three times in a row, or a table that takes too long, ends all of them: a device without an
+/// agent would let each of them wait.
 class BackendTransport {
  public:
   /// How long a backend may take for the device ID: one that asks a device by SNMP needs five
@@ -38,6 +39,7 @@ class BackendTransport {
   void forgetAnswers() noexcept {
     deviceID_.reset();
     snmpFailed_ = false;
+    hasAgent_ = false;
   }
 
   /// The device ID as the device sent it; none when there is none.
@@ -51,6 +53,8 @@ class BackendTransport {
   /// The data of the answer to this request, which alone is taken for it; none when it fails.
   [[nodiscard]] std::optional<std::string> request(BackendCommand command, std::string_view data,
                                                    double timeout);
+  /// The object, or the next one; none when it fails or the agent, at its end or in a circle, does
+  /// not go on.
   [[nodiscard]] std::optional<SNMPEntry> snmpRequest(BackendCommand command, const ObjectID& object,
                                                      double timeout);
 
@@ -58,6 +62,8 @@ class BackendTransport {
   double tableSeconds_;
   std::optional<std::optional<std::string>> deviceID_;
   bool snmpFailed_ = false;
+  /// An SNMP request has been answered.
+  bool hasAgent_ = false;
 };
 
 }  // namespace commandfilter

@@ -168,6 +168,51 @@ TEST(BackendTransport, AsksNoFurtherWhenATableTookTooLong) {
   EXPECT_THAT(script.requests, IsEmpty());
 }
 
+TEST(BackendTransport, AsksAgainForWhatIsLostOnTheWay) {
+  ScriptedDevice device;
+  device.backend.objects =
+      testing::BackendScript::Objects{{".1.3.6.1", "x"}, {".1.3.6.1.1", "a"}, {".1.3.6.1.2", "b"}};
+  // The second object's first two packets, and the first one of the value.
+  device.backend.lost = {1, 2, 5};
+  const std::vector<SNMPEntry> entries = device.transport.snmpTable(kObject);
+  ASSERT_EQ(entries.size(), 2U);
+  EXPECT_EQ(entries[1].value, "b");
+  device.backend.lost.insert(device.backend.requests.size());
+  EXPECT_EQ(device.transport.snmpValue(kObject), "x");
+}
+
+TEST(BackendTransport, GivesAnAgentUpThatIsGone) {
+  ScriptedDevice device;
+  device.backend.objects = testing::BackendScript::Objects{{".1.3.6.1", "x"}};
+  EXPECT_EQ(device.transport.snmpValue(kObject), "x");
+  device.backend.objects.reset();
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.backend.requests.size(), 4U);
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.backend.requests.size(), 4U);
+  // The next one may have an agent or not.
+  device.transport.forgetAnswers();
+  EXPECT_EQ(device.transport.snmpValue(kObject), std::nullopt);
+  EXPECT_EQ(device.backend.requests.size(), 5U);
+}
+
+// An answer that the backend has given up is the first that it reads when it asks for the next
+// object, and the one for that object comes first the next time.
+TEST(BackendTransport, GoesOnBehindAnswersThatAreOneLate) {
+  ScriptedDevice device;
+  device.backend.objects = testing::BackendScript::Objects{
+      {".1.3.6.1.1", "a"}, {".1.3.6.1.2", "b"}, {".1.3.6.1.3", "c"}, {".1.3.6.2", "end"}};
+  EXPECT_EQ(device.transport.snmpTable(kObject).size(), 3U);
+  device.backend.late = {{7, BackendMessages::kOK, std::string(".1.3.6.1.1\0a", 12)},
+                         {7, BackendMessages::kOK, std::string(".1.3.6.1.1\0a", 12)}};
+  const std::vector<SNMPEntry> entries = device.transport.snmpTable(kObject);
+  ASSERT_EQ(entries.size(), 3U);
+  EXPECT_EQ(entries[2].value, "c");
+  device.backend.objects->emplace(".1.3.6.1", "x");
+  device.backend.late = {{6, BackendMessages::kOK, std::string(".1.3.9\0y", 8)}};
+  EXPECT_EQ(device.transport.snmpValue(kObject), "x");
+}
+
 TEST(BackendTransport, TakesRubbishForNoAgent) {
   ScriptedDevice device;
   device.backend.late = {{6, BackendMessages::kOK, "rubbish"}};

@@ -32,7 +32,7 @@ bool ScriptedMessages::send(BackendCommand command, std::string_view data, doubl
     if (script_.deviceID) answer_ = Answer{number, kOK, *script_.deviceID};
     return true;
   }
-  if (!script_.objects) return true;
+  if (!script_.objects || script_.lost.contains(script_.requests.size() - 1)) return true;
   std::string name = object;
   std::string value;
   if (command == BackendCommand::SNMPGet) {

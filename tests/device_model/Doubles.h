@@ -1,11 +1,13 @@
 // A backend, a queue and a delegate that follow a script and note what they are asked.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,6 +40,8 @@ struct BackendScript {
   std::optional<Objects> objects;
   /// Answers that come before that to the next request.
   std::deque<BackendMessages::Answer> late;
+  /// The requests that fail, by how many came before them.
+  std::set<std::size_t> lost;
   /// True for a backend that never answers.
   bool silent = false;
   /// The requests so far: the command's number and its data up to the NUL.
