@@ -14,9 +14,9 @@
 namespace commandfilter {
 
 /// The questions that the backend beside this process can be asked. A device ID is asked for once
-/// in the life of the process. An SNMP request that fails, of a device that has answered before
-/// three times in a row, or a table that takes too long, ends all of them: a device without an
-/// agent would let each of them wait.
+/// in the life of the process. An SNMP request that fails, or a table that takes too long, ends all
+/// of them: a device without an agent would let each of them wait. Of a device that has answered
+/// one before, a request fails with its third attempt.
 class BackendTransport {
  public:
   /// How long a backend may take for the device ID: one that asks a device by SNMP needs five
